@@ -1,0 +1,34 @@
+# How this project's targets are made: sources are found, never listed, and every target is built
+# with the same warnings, hardening and instruments.
+
+add_library(consolidator_build_settings INTERFACE)
+target_link_libraries(
+  consolidator_build_settings INTERFACE consolidator_warnings consolidator_hardening
+                                        consolidator_sanitizers consolidator_coverage)
+
+# consolidator_add_library(<name> <folder> [<library>...])
+#
+# Static library <name> from all sources of <folder>, main.cpp excepted, linked with the libraries
+# that follow. Its headers are included as "<folder>/Header.h". A folder without sources (headers
+# only) gives an interface library.
+function(consolidator_add_library name folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  set(scope INTERFACE)
+  if(sources)
+    set(scope PUBLIC)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PRIVATE consolidator_build_settings)
+  else()
+    add_library(${name} INTERFACE)
+  endif()
+  target_include_directories(${name} ${scope} ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} ${scope} ${ARGN})
+endfunction()
+
+# consolidator_add_program(<name> SOURCES <file>... [LIBRARIES <library>...])
+function(consolidator_add_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} consolidator_build_settings)
+endfunction()
