@@ -1,0 +1,34 @@
+#include "model/BreakableCondition.h"
+
+#include "model/ByteReader.h"
+#include "model/ByteWriter.h"
+
+namespace consolidator {
+
+void BreakableCondition::writeBinary(ByteWriter& out) const {
+  out.writeU32(static_cast<std::uint32_t>(kind));
+  out.writeText(condition);
+  if (kind != ConditionKind::SourceLine) return;
+  out.writeU32(line);
+  out.writeText(file);
+}
+
+bool BreakableCondition::readBinary(ByteReader& in) {
+  std::uint32_t storedKind = 0;
+  if (!in.readU32(storedKind)) return false;
+  kind = static_cast<ConditionKind>(storedKind);
+  valid = in.readText(condition) &&
+          (kind != ConditionKind::SourceLine || (in.readU32(line) && in.readText(file)));
+  return valid;
+}
+
+std::size_t BreakableConditionKey::hash(const Key& key) {
+  constexpr std::size_t spread = 0x9E3779B97F4A7C15U;
+  const auto& [kind, condition, line, file] = key;
+  std::size_t hash = TextKeyHash::hash(condition);
+  hash = hash * spread + TextKeyHash::hash(file);
+  hash = hash * spread + line;
+  return hash * spread + static_cast<std::uint32_t>(kind);
+}
+
+}  // namespace consolidator

@@ -1,0 +1,92 @@
+#include "model/ByteReader.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace consolidator {
+
+namespace {
+
+constexpr std::size_t blockSize = std::size_t{256} * 1024;
+
+std::uint64_t bytesUpToEnd(std::FILE* stream) {
+  const off_t start = ftello(stream);
+  if (start < 0 || fseeko(stream, 0, SEEK_END) != 0) return 0;
+  const off_t end = ftello(stream);
+  if (fseeko(stream, start, SEEK_SET) != 0 || end < start) return 0;
+  return static_cast<std::uint64_t>(end - start);
+}
+
+}  // namespace
+
+ByteReader::ByteReader(std::FILE* stream)
+    : stream_(stream), unread_(stream == nullptr ? 0 : bytesUpToEnd(stream)) {}
+
+bool ByteReader::readBytes(char* bytes, std::size_t size) {
+  if (remaining() < size) return fail();
+  const std::size_t held = std::min(size, end_ - position_);
+  std::copy_n(block_.get() + position_, held, bytes);
+  position_ += held;
+  return readAhead(bytes + held, size - held) == size - held || fail();
+}
+
+bool ByteReader::readU32(std::uint32_t& value) {
+  if (end_ - position_ < sizeof value && !fill(sizeof value)) return false;
+  std::memcpy(&value, block_.get() + position_, sizeof value);
+  position_ += sizeof value;
+  return true;
+}
+
+bool ByteReader::readClampedU32(std::uint32_t& value) {
+  constexpr std::uint32_t largest = 0xFFFFFFFEU;
+  if (!readU32(value)) return false;
+  value = std::min(value, largest);
+  return true;
+}
+
+bool ByteReader::readText(std::string& text) {
+  std::uint32_t size = 0;
+  if (!readClampedU32(size)) return false;
+  if (size <= end_ - position_) {
+    text.assign(block_.get() + position_, strnlen(block_.get() + position_, size));
+    position_ += size;
+    return true;
+  }
+  if (remaining() < size) return fail();
+  text.resize(size);
+  if (!readBytes(text.data(), size)) return false;
+  text.resize(strnlen(text.data(), size));
+  return true;
+}
+
+std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementSize) const {
+  return static_cast<std::size_t>(std::min<std::uint64_t>(count, remaining() / elementSize));
+}
+
+// Makes at least `size` bytes (at most a block) available in the block.
+bool ByteReader::fill(std::size_t size) {
+  if (remaining() < size) return fail();
+  if (!block_) block_ = std::make_unique_for_overwrite<char[]>(blockSize);
+  const std::size_t kept = end_ - position_;
+  std::memmove(block_.get(), block_.get() + position_, kept);
+  position_ = 0;
+  end_ = kept + readAhead(block_.get() + kept, blockSize - kept);
+  return end_ >= size || fail();
+}
+
+// Reads up to `size` bytes from the stream.
+std::size_t ByteReader::readAhead(char* bytes, std::size_t size) {
+  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, unread_));
+  const std::size_t got = std::fread(bytes, 1, wanted, stream_);
+  // A read error, or a file that shrank since its size was taken, ends the data here.
+  unread_ = got == wanted ? unread_ - got : 0;
+  return got;
+}
+
+bool ByteReader::fail() {
+  unread_ = 0;
+  position_ = end_;
+  return false;
+}
+
+}  // namespace consolidator

@@ -1,0 +1,53 @@
+#include "model/ByteWriter.h"
+
+#include <array>
+#include <bit>
+#include <charconv>
+#include <limits>
+#include <string_view>
+
+namespace consolidator {
+
+static_assert(std::endian::native == std::endian::little);
+
+namespace {
+
+constexpr std::size_t blockSize = std::size_t{256} * 1024;
+
+}  // namespace
+
+void ByteWriter::writeDecimal(std::uint32_t value) {
+  std::array<char, std::numeric_limits<std::uint32_t>::digits10 + 1> digits{};
+  const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+  write({digits.data(), result.ptr});
+}
+
+bool ByteWriter::flush() {
+  if (used_ > 0) {
+    const std::string_view waiting{block_.get(), used_};
+    used_ = 0;
+    room_ = blockSize;
+    send(waiting);
+  }
+  return !failed_;
+}
+
+void ByteWriter::writeBeyondBlock(std::string_view bytes) {
+  if (!flush()) return;
+  if (bytes.size() >= blockSize) return send(bytes);
+  if (!block_) block_ = std::make_unique_for_overwrite<char[]>(blockSize);
+  room_ = blockSize;
+  put(bytes);
+}
+
+void ByteWriter::send(std::string_view bytes) {
+  const std::size_t taken =
+      stream_ == nullptr ? 0 : std::fwrite(bytes.data(), 1, bytes.size(), stream_);
+  accepted_ += taken;
+  if (taken < bytes.size()) {
+    failed_ = true;
+    room_ = 0;
+  }
+}
+
+}  // namespace consolidator

@@ -1,0 +1,97 @@
+// The binary form of a kernel record, as the kernel-records section of a consolidated file holds
+// it: the fields in their order, without magic, length or padding.
+//
+//   u32    4 bytes, little-endian
+//   text   u32 length, then the bytes; no terminator
+//   list   u32 count, then the elements
+//
+//   record    name, list of instance paths, type, arguments, variables, hardware variables,
+//             conditions, list of BRAM names
+//   variable  name, second, cType, list of instances, each a list of (u32, u32)
+//   hardware  rtlName, list of (u32, u32)
+//   condition kind, condition; for SourceLine also line, file
+//
+// A reader of such a file must not trust its counts and lengths: nothing is allocated for more
+// bytes than the file still holds, and a list grows as its elements arrive.
+
+#include "model/ByteReader.h"
+#include "model/ByteWriter.h"
+#include "model/KernelRecord.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace consolidator {
+
+namespace {
+
+template <typename List>
+void writeRecords(ByteWriter& out, const List& records) {
+  out.writeU32(static_cast<std::uint32_t>(records.size()));
+  for (const auto& record : records) record.writeBinary(out);
+}
+
+template <typename Texts>
+void writeTexts(ByteWriter& out, const Texts& texts) {
+  out.writeU32(static_cast<std::uint32_t>(texts.size()));
+  for (const std::string& text : texts) out.writeText(text);
+}
+
+// A record is kept in its list even when the data ends inside it; a text is not.
+template <typename T>
+bool appendElement(ByteReader& in, std::vector<T>& records) {
+  return records.emplace_back().readBinary(in);
+}
+
+bool appendElement(ByteReader& in, std::vector<std::string>& texts) {
+  std::string text;
+  if (!in.readText(text)) return false;
+  texts.push_back(std::move(text));
+  return true;
+}
+
+template <typename T>
+bool readList(ByteReader& in, std::vector<T>& list) {
+  std::uint32_t count = 0;
+  if (!in.readU32(count)) return false;
+  list.reserve(in.plausibleCount(count, sizeof(T)));
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (!appendElement(in, list)) return false;
+  }
+  return true;
+}
+
+template <typename T, typename KeyOf>
+bool readList(ByteReader& in, KeyedList<T, KeyOf>& list) {
+  bool complete = false;
+  list.edit([&](std::vector<T>& items) { complete = readList(in, items); });
+  return complete;
+}
+
+}  // namespace
+
+std::uint64_t KernelRecord::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
+  out.writeText(name);
+  writeTexts(out, instancePaths);
+  out.writeU32(static_cast<std::uint32_t>(type));
+  writeRecords(out, arguments);
+  writeRecords(out, variables);
+  writeRecords(out, hardwareVariables);
+  writeRecords(out, breakableConditions);
+  writeTexts(out, brams);
+  return out.accepted() - before;
+}
+
+bool KernelRecord::readBinary(ByteReader& in) {
+  reset();
+  std::uint32_t storedType = 0;
+  if (!in.readText(name) || !readList(in, instancePaths) || !in.readU32(storedType)) return false;
+  type = static_cast<KernelType>(storedType);
+  return readList(in, arguments) && readList(in, variables) && readList(in, hardwareVariables) &&
+         readList(in, breakableConditions) && readList(in, brams);
+}
+
+}  // namespace consolidator

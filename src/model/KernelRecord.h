@@ -1,0 +1,95 @@
+#pragma once
+
+#include "model/BreakableCondition.h"
+#include "model/HardwareVariable.h"
+#include "model/KeyedList.h"
+#include "model/VariableRecord.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+
+/// Kind of a kernel. Files may hold other numbers; they are kept as they are and rendered as
+/// "Unknown".
+enum class KernelType : std::uint32_t { OpenCL = 0, C = 1, RTL = 2, Unknown = 3, HLS = 4 };
+
+/// Texts that are found by themselves.
+struct TextKey : TextKeyHash {
+  std::string_view operator()(const std::string& text) const { return text; }
+};
+
+using TextList = KeyedList<std::string, TextKey>;
+
+/// Everything that is known about one accelerator kernel: a plain value that owns all it holds.
+/// Lists keep the order in which their entries were first added; texts are byte strings and
+/// compared exactly.
+struct KernelRecord {
+  std::string name;  ///< the key by which records are matched
+  TextList instancePaths;
+  KernelType type = KernelType::Unknown;
+  VariableList arguments;
+  VariableList variables;
+  HardwareVariableList hardwareVariables;
+  BreakableConditionList breakableConditions;
+  std::vector<std::string> brams;  ///< duplicates are allowed
+
+  /// Clears everything but `hardwareVariables`.
+  void reset();
+
+  /// Appends the path unless an equal one is present.
+  void addInstancePath(std::string_view path);
+
+  /// Appends an argument without bits unless one of that name is present.
+  void addArgument(std::string_view argumentName, std::string_view second, std::string_view cType);
+
+  /// Appends a variable without bits unless one of that name is present.
+  void addVariable(std::string_view variableName, std::string_view second, std::string_view cType);
+
+  /// Appends a copy, locations included, unless a hardware variable of that `rtlName` is present.
+  void addHardwareVariable(const HardwareVariable& variable);
+
+  /// Sets the location of one bit of the first hardware variable of that name, which is appended
+  /// if absent. A list that is too short is first extended with (0, 0) up to the bit index, so it
+  /// takes 8 bytes times the index; callers bound the index.
+  void setLogicLocation(std::string_view rtlName, std::uint32_t bitIndex, std::uint32_t first,
+                        std::uint32_t second);
+
+  /// Appends a condition with empty file and line 0 unless an equal one is present.
+  void addBreakableCondition(ConditionKind kind, std::string_view condition);
+
+  /// Appends a copy unless an equal condition is present.
+  void addBreakableCondition(const BreakableCondition& condition);
+
+  /// Appends the name; always, even if it is present.
+  void addBRAM(std::string_view bramName);
+
+  /// Removes trivially true conditions and rewrites the others in prefix form with qualified
+  /// names. A second call swaps the operands back, see prepareConditionText().
+  void prepareBreakableConditions();
+
+  /// Appends the binary form: the fields in the order in which they stand here, each list as a
+  /// count followed by its elements. Returns how many bytes the writer took.
+  std::uint64_t writeBinary(ByteWriter& out) const;
+
+  /// Reads the binary form into this freshly made record. Nothing is validated but that the bytes
+  /// are there: a short read returns false and keeps what was read so far. Lists are appended to
+  /// without looking for equal entries.
+  bool readBinary(ByteReader& in);
+
+  /// Appends the JSON object of this kernel; its conditions should have been prepared before.
+  void writeJson(ByteWriter& out) const;
+
+  friend bool operator==(const KernelRecord&, const KernelRecord&) = default;
+};
+
+/// Kernels are found by `name`.
+struct KernelKey : TextKeyHash {
+  std::string_view operator()(const KernelRecord& kernel) const { return kernel.name; }
+};
+
+using KernelList = KeyedList<KernelRecord, KernelKey>;
+
+}  // namespace consolidator

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "model/PositionIndex.h"
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace consolidator {
+
+/// A list in insertion order whose elements can be found by key, first match first. It is never
+/// sorted and may hold equal keys (plain appends do not check).
+///
+/// `KeyOf` is a function object that returns the key of an element: a value that compares with
+/// `==` and for which `KeyOf::hash(key)` gives a hash. Short lists are searched linearly; from
+/// `indexedFrom` elements on the first search builds a hash index, which later appends keep up to
+/// date, so that n add-if-absent calls cost O(n).
+template <typename T, typename KeyOf>
+class KeyedList {
+ public:
+  using Key = std::invoke_result_t<KeyOf, const T&>;
+  using value_type = T;
+  using const_iterator = typename std::vector<T>::const_iterator;
+
+  bool empty() const { return items_.empty(); }
+
+  std::size_t size() const { return items_.size(); }
+
+  const_iterator begin() const { return items_.begin(); }
+
+  const_iterator end() const { return items_.end(); }
+
+  const T& operator[](std::size_t position) const { return items_[position]; }
+
+  const T& front() const { return items_.front(); }
+
+  const T& back() const { return items_.back(); }
+
+  void reserve(std::size_t count) { items_.reserve(count); }
+
+  void clear() {
+    items_.clear();
+    index_.clear();
+  }
+
+  /// Appends an element, whether its key is present or not, and returns it. The caller must not
+  /// change its key through the reference.
+  T& append(T item) {
+    items_.push_back(std::move(item));
+    if (!index_.empty()) addToIndex(items_.size() - 1);
+    return items_.back();
+  }
+
+  /// Returns the first element with this key, or null. The caller must not change its key.
+  T* find(const Key& key) {
+    const std::size_t position = positionOf(key);
+    return position == PositionIndex::none ? nullptr : &items_[position];
+  }
+
+  bool contains(const Key& key) { return positionOf(key) != PositionIndex::none; }
+
+  /// Lets `change` rewrite the whole list (a `std::vector<T>&`), keys included.
+  template <typename Change>
+  void edit(Change change) {
+    index_.clear();
+    change(items_);
+  }
+
+  friend bool operator==(const KeyedList& a, const KeyedList& b) { return a.items_ == b.items_; }
+
+ private:
+  static constexpr std::size_t indexedFrom = 16;
+
+  std::size_t positionOf(const Key& key) {
+    if (items_.size() < indexedFrom) {
+      for (std::size_t i = 0; i < items_.size(); ++i) {
+        if (KeyOf{}(items_[i]) == key) return i;
+      }
+      return PositionIndex::none;
+    }
+    if (index_.empty()) {
+      for (std::size_t i = 0; i < items_.size(); ++i) addToIndex(i);
+    }
+    return index_.find(KeyOf::hash(key),
+                       [&](std::size_t position) { return KeyOf{}(items_[position]) == key; });
+  }
+
+  void addToIndex(std::size_t position) {
+    index_.add(KeyOf::hash(KeyOf{}(items_[position])), position);
+  }
+
+  std::vector<T> items_;
+  PositionIndex index_;
+};
+
+/// Hash of a text key, for the `KeyOf` of lists that are searched by one text.
+struct TextKeyHash {
+  static std::size_t hash(std::string_view key) { return std::hash<std::string_view>{}(key); }
+};
+
+}  // namespace consolidator

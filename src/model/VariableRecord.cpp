@@ -1,0 +1,36 @@
+#include "model/VariableRecord.h"
+
+#include "model/ByteReader.h"
+#include "model/ByteWriter.h"
+
+namespace consolidator {
+
+std::uint32_t VariableRecord::bitWidth() const {
+  if (cType.find('*') != std::string::npos) return 64;
+  if (cType.find("char") != std::string::npos) return 8;
+  return 32;
+}
+
+void VariableRecord::writeBinary(ByteWriter& out) const {
+  out.writeText(name);
+  out.writeText(second);
+  out.writeText(cType);
+  out.writeU32(static_cast<std::uint32_t>(instanceBits.size()));
+  for (const InstanceBits& bits : instanceBits) writeLocations(out, bits);
+}
+
+bool VariableRecord::readBinary(ByteReader& in) {
+  std::uint32_t instances = 0;
+  if (!in.readText(name) || !in.readText(second) || !in.readText(cType) ||
+      !in.readClampedU32(instances)) {
+    return false;
+  }
+  instanceBits.reserve(in.plausibleCount(instances, sizeof(InstanceBits)));
+  for (std::uint32_t i = 0; i < instances; ++i) {
+    if (!readLocations(in, instanceBits.emplace_back())) return false;
+  }
+  valid = true;
+  return true;
+}
+
+}  // namespace consolidator
