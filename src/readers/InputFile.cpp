@@ -1,0 +1,14 @@
+#include "readers/InputFile.h"
+
+namespace consolidator {
+
+InputFile::InputFile(const char* fileName) : fileName_(fileName), buffer_(fileName) {
+  if (!buffer_.isOpen()) stream_.setstate(std::ios::failbit);
+}
+
+InputFile::InputFile(const char* fileName, std::string_view text)
+    : fileName_(fileName), buffer_(text) {}
+
+bool InputFile::isValid() const { return stream_.good(); }
+
+}  // namespace consolidator

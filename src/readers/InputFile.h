@@ -1,0 +1,48 @@
+#pragma once
+
+#include "model/KernelRecord.h"
+#include "readers/InputBuffer.h"
+
+#include <istream>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+
+/// Base of the readers, one for each kind of input file: the open file and the kernel records that
+/// come out of it. A reader is constructed on its file, asked isValid(), parsed once and destroyed.
+class InputFile {
+ public:
+  /// Opens the file. The name is not copied and must outlive the reader. A file that cannot be
+  /// opened leaves the reader not valid.
+  explicit InputFile(const char* fileName);
+
+  /// Reads from a text in memory; the name serves in messages only. Both must outlive the reader.
+  InputFile(const char* fileName, std::string_view text);
+
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  virtual ~InputFile() = default;
+
+  /// Whether the input can be read.
+  virtual bool isValid() const;
+
+  /// Reads the whole input and fills kernels(). Returns false when nothing of it may be used;
+  /// what there is to say about that was printed on standard error.
+  virtual bool parse() = 0;
+
+  /// The records that came out of the input, in its order.
+  const std::vector<KernelRecord>& kernels() const { return kernels_; }
+
+  /// The version number that the input states; -1 when it states none.
+  float version() const { return version_; }
+
+ protected:
+  float version_ = -1.0F;
+  const char* fileName_;
+  InputBuffer buffer_;
+  std::istream stream_{&buffer_};
+  std::vector<KernelRecord> kernels_;
+};
+
+}  // namespace consolidator
