@@ -1,0 +1,257 @@
+#include "consolidated/ConsolidatedFile.h"
+
+#include "model/ByteReader.h"
+#include "model/ByteWriter.h"
+#include "model/KernelJson.h"
+#include "model/KernelMerge.h"
+#include "readers/HierarchyFile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iostream>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+namespace consolidator {
+
+namespace {
+
+// Offsets are cut to signed 32 bits; a negative one fails. A seek beyond the end succeeds.
+bool seekToSection(std::FILE* stream, std::uint64_t offset) {
+  return std::fseek(stream, static_cast<std::int32_t>(offset), SEEK_SET) == 0;
+}
+
+// Reads a block of bytes; none when fewer are left, which is found without asking for memory.
+std::optional<ByteBlock> readBlock(ByteReader in, std::uint64_t size) {
+  if (in.remaining() < size) return std::nullopt;
+  ByteBlock block(size);
+  if (!in.readBytes(block.data(), block.size())) return std::nullopt;
+  return block;
+}
+
+void writeBytes(std::FILE* stream, std::string_view bytes) {
+  ByteWriter out(stream);
+  out.write(bytes);
+  out.flush();
+}
+
+}  // namespace
+
+void ConsolidatedFile::openOrCreate(const std::string& path, bool create, bool forDump) {
+  *this = ConsolidatedFile();
+  if (!create) readExisting(path);
+  stream_ = openStdioFile(path, forDump ? "r" : "w");
+}
+
+bool ConsolidatedFile::readExisting(const std::string& path) {
+  const StdioFile in = openStdioFile(path, "r");
+  return in && readHeader(in.get()) && readTable(in.get()) &&
+         std::all_of(table_.begin(), table_.end(),
+                     [&](SectionEntry& entry) { return readSection(in.get(), entry); });
+}
+
+// A file that is too short overwrites just the bytes it has. Whatever comes is kept: the versions
+// are what the caller checks, and even a foreign magic is written back.
+bool ConsolidatedFile::readHeader(std::FILE* in) {
+  FileHeader::Bytes bytes = header_.encode();
+  const std::size_t got = std::fread(bytes.data(), 1, bytes.size(), in);
+  header_ = FileHeader::decode(bytes);
+  return got == bytes.size() && header_.hasExpectedMagic();
+}
+
+bool ConsolidatedFile::readTable(std::FILE* in) {
+  ByteReader reader(in);
+  table_.reserve(reader.plausibleCount(header_.sectionCount, sizeof(SectionEntry)));
+  for (std::uint32_t i = 0; i < header_.sectionCount; ++i) {
+    SectionEntry entry;
+    if (!entry.readBinary(reader)) return false;
+    table_.push_back(entry);
+  }
+  return true;
+}
+
+bool ConsolidatedFile::readSection(std::FILE* in, SectionEntry& entry) {
+  constexpr std::uint32_t largestSize = 0xFFFFFFFEU;
+  entry.size = std::min(entry.size, largestSize);
+  switch (entry.kind) {
+    case SectionKind::ProjectName:
+      return seekToSection(in, entry.offset) && readProjectName(ByteReader(in), entry.size);
+    case SectionKind::Dwarf:
+      if (!seekToSection(in, entry.offset)) return false;
+      dwarf_.reset();
+      dwarf_ = readBlock(ByteReader(in), entry.size);
+      return dwarf_.has_value();
+    case SectionKind::KernelRecords:
+      return seekToSection(in, entry.offset) && readKernelRecords(ByteReader(in));
+    case SectionKind::Json:
+      return true;  // rendered anew by every save
+    default:
+      return false;
+  }
+}
+
+bool ConsolidatedFile::readProjectName(ByteReader in, std::uint32_t size) {
+  if (in.remaining() < size) return false;
+  std::string name(size, '\0');
+  if (!in.readBytes(name.data(), name.size())) return false;
+  name.resize(std::min(name.find('\0'), name.size()));
+  projectName_ = std::move(name);
+  return true;
+}
+
+// Records are appended as they are, not merged.
+bool ConsolidatedFile::readKernelRecords(ByteReader in) {
+  std::uint32_t count = 0;
+  if (!in.readU32(count)) return false;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    KernelRecord kernel;
+    if (!kernel.readBinary(in)) return false;
+    kernels_.append(std::move(kernel));
+  }
+  return true;
+}
+
+void ConsolidatedFile::setProject(const std::string& name) {
+  if (name.empty()) return;
+  // One more entry for every run that names the project: files grow by it, deliberately.
+  table_.push_back({SectionKind::ProjectName, 0, static_cast<std::uint32_t>(name.size())});
+  projectName_ = name;
+}
+
+void ConsolidatedFile::addDwarf(const std::string& path) {
+  constexpr std::uint64_t largestSize = std::numeric_limits<std::int32_t>::max();
+  if (hasSection(SectionKind::Dwarf)) return;
+  const StdioFile in = openStdioFile(path, "r");
+  ByteReader reader(in.get());
+  const std::uint64_t size = reader.remaining();
+  if (size == 0 || size > largestSize) return;
+  dwarf_ = readBlock(std::move(reader), size);
+  if (dwarf_) table_.push_back({SectionKind::Dwarf, 0, static_cast<std::uint32_t>(size)});
+}
+
+void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath) {
+  if (!stream_) return;
+  const StdioFile out = openStdioFile(outPath, "w");
+  const SectionEntry* entry = findSection(kind);
+  if (!out || entry == nullptr || !seekToSection(stream_.get(), entry->offset)) return;
+  if (const auto bytes = readBlock(ByteReader(stream_.get()), entry->size)) {
+    writeBytes(out.get(), bytes->view());
+  }
+}
+
+void ConsolidatedFile::addInput(InputFile& reader) {
+  if (reader.isValid() && !reader.parse()) return;
+  for (const KernelRecord& kernel : reader.kernels()) mergeKernel(kernels_, kernel);
+}
+
+void ConsolidatedFile::addHierarchy(const std::string& path) {
+  HierarchyFile reader(path.c_str());
+  addInput(reader);
+}
+
+void ConsolidatedFile::addKernelXml(const std::string& /*path*/) {}
+
+void ConsolidatedFile::addHls(const std::string& /*path*/) {}
+
+void ConsolidatedFile::addAuxiliary(const std::string& /*path*/) {}
+
+void ConsolidatedFile::addLogicLocations(const std::string& /*path*/) {}
+
+void ConsolidatedFile::addRamReport(const std::string& /*path*/) {}
+
+void ConsolidatedFile::ensureSections() {
+  if (!hasSection(SectionKind::Json)) table_.push_back({SectionKind::Json});
+  if (!kernels_.empty() && !hasSection(SectionKind::KernelRecords)) {
+    table_.push_back({SectionKind::KernelRecords});
+  }
+}
+
+void ConsolidatedFile::save() {
+  if (!stream_) return;
+  ensureSections();
+  const std::size_t sectionsStart =
+      FileHeader::encodedSize + SectionEntry::encodedSize * table_.size();
+  if (fseeko(stream_.get(), static_cast<off_t>(sectionsStart), SEEK_SET) != 0) return;
+  for (SectionEntry& entry : table_) writeSection(entry);
+
+  header_.sectionCount = static_cast<std::uint32_t>(table_.size());
+  if (std::fseek(stream_.get(), 0, SEEK_SET) != 0) return;
+  ByteWriter out(stream_.get());
+  const FileHeader::Bytes headerBytes = header_.encode();
+  out.write({headerBytes.data(), headerBytes.size()});
+  for (const SectionEntry& entry : table_) entry.writeBinary(out);
+  out.flush();
+}
+
+void ConsolidatedFile::writeSection(SectionEntry& entry) {
+  const auto position = static_cast<std::int32_t>(std::ftell(stream_.get()));
+  if (position < 0) return;
+  entry.offset = static_cast<std::uint64_t>(position);
+  switch (entry.kind) {
+    case SectionKind::ProjectName:
+      entry.size = writeProjectName();
+      break;
+    case SectionKind::Dwarf:
+      writeDwarf(entry.size);
+      break;
+    case SectionKind::KernelRecords:
+      entry.size = writeKernelRecords();
+      break;
+    case SectionKind::Json:
+      entry.size = writeJson();
+      break;
+    default:
+      break;
+  }
+}
+
+// A foreign file may hold several entries of other sizes than that of the bytes held.
+void ConsolidatedFile::writeDwarf(std::uint32_t size) {
+  if (!dwarf_) return;
+  writeBytes(stream_.get(), dwarf_->view().substr(0, size));
+}
+
+std::uint32_t ConsolidatedFile::writeProjectName() {
+  writeBytes(stream_.get(), projectName_);
+  return static_cast<std::uint32_t>(projectName_.size());
+}
+
+std::uint32_t ConsolidatedFile::writeKernelRecords() {
+  ByteWriter out(stream_.get());
+  out.writeU32(static_cast<std::uint32_t>(kernels_.size()));
+  for (const KernelRecord& kernel : kernels_) kernel.writeBinary(out);
+  out.flush();
+  return static_cast<std::uint32_t>(out.accepted());
+}
+
+std::uint32_t ConsolidatedFile::writeJson() {
+  ByteWriter out(stream_.get());
+  writeKernelsJson(kernels_, out);
+  out.write(std::string_view("\0", 1));
+  return out.flush() ? static_cast<std::uint32_t>(out.accepted()) : 0;
+}
+
+void ConsolidatedFile::close() { *this = ConsolidatedFile(); }
+
+void ConsolidatedFile::printHeader() const {
+  std::cout << "Magic number: " << std::hex << header_.magic << std::dec << std::endl
+            << "Major Version: " << header_.majorVersion << std::endl
+            << "Minor Version: " << header_.minorVersion << std::endl
+            << "Num sections: " << header_.sectionCount << std::endl;
+  for (std::size_t i = 0; i < table_.size(); ++i) {
+    std::cout << "Section " << i << ": " << static_cast<std::uint32_t>(table_[i].kind) << std::endl
+              << "Offset: " << table_[i].offset << std::endl
+              << "Size: " << table_[i].size << std::endl;
+  }
+}
+
+const SectionEntry* ConsolidatedFile::findSection(SectionKind kind) const {
+  const auto found = std::find_if(table_.begin(), table_.end(),
+                                  [&](const SectionEntry& entry) { return entry.kind == kind; });
+  return found == table_.end() ? nullptr : &*found;
+}
+
+bool ConsolidatedFile::hasSection(SectionKind kind) const { return findSection(kind) != nullptr; }
+
+}  // namespace consolidator

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "consolidated/ByteBlock.h"
+#include "consolidated/FileHeader.h"
+#include "consolidated/SectionEntry.h"
+#include "consolidated/StdioFile.h"
+#include "model/KernelRecord.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace consolidator {
+
+class ByteReader;
+class InputFile;
+
+/// A consolidated file in memory and the operations of one run on it. An existing file is read as
+/// a whole and then truncated; save() writes all of it anew. A run that stops in between leaves an
+/// empty file.
+///
+/// Layout of the file: header (16 bytes), section table (24 bytes an entry), then the sections in
+/// the order of their entries, without gaps. Positions are handled as signed 32-bit numbers, which
+/// limits a file to 2 GiB.
+///
+/// No operation but printHeader() prints anything. What cannot be read is missing from the model;
+/// what cannot be written is missing from the file.
+class ConsolidatedFile {
+ public:
+  /// Forgets everything, reads the file at `path` unless `create` is set, and opens it: for
+  /// reading if `forDump` is set, else for writing, which truncates it. See isOpen().
+  void openOrCreate(const std::string& path, bool create, bool forDump);
+
+  /// Whether there is a stream to save to or to dump from.
+  bool isOpen() const { return stream_ != nullptr; }
+
+  /// Reads the file at `path` into the model up to the first thing that cannot be read, which
+  /// makes the result false; what was read until then stays. The header keeps the bytes that were
+  /// read even when they are not those of a consolidated file.
+  bool readExisting(const std::string& path);
+
+  const FileHeader& header() const { return header_; }
+
+  const std::vector<SectionEntry>& table() const { return table_; }
+
+  const std::string& projectName() const { return projectName_; }
+
+  const KernelList& kernels() const { return kernels_; }
+
+  /// Names the project and adds a section for the name, even if the file has one already: then
+  /// all of them are written with this name. An empty name changes nothing.
+  void setProject(const std::string& name);
+
+  /// Takes in the DWARF file at `path` unless a DWARF section is present. A file that cannot be
+  /// read, is empty, or has 2 GiB or more adds nothing.
+  void addDwarf(const std::string& path);
+
+  /// Writes the stored bytes of the first section of that kind to the file at `outPath`, which is
+  /// left empty when there is none or it cannot be read whole.
+  void dumpSection(SectionKind kind, const std::string& outPath);
+
+  void dumpDwarf(const std::string& outPath) { dumpSection(SectionKind::Dwarf, outPath); }
+
+  void dumpJson(const std::string& outPath) { dumpSection(SectionKind::Json, outPath); }
+
+  /// Lets the reader parse its input and merges its records. Nothing is merged when parsing fails;
+  /// a reader that is not valid is not parsed, but hands over the records that it was given.
+  void addInput(InputFile& reader);
+  void addHierarchy(const std::string& path);
+  void addKernelXml(const std::string& path);
+  void addHls(const std::string& path);
+  void addAuxiliary(const std::string& path);
+  void addLogicLocations(const std::string& path);
+  void addRamReport(const std::string& path);
+
+  /// Adds the table entries that every file must have: `Json`, and `KernelRecords` once there is a
+  /// kernel. In this order: rendering the JSON prepares the conditions that the records then hold.
+  void ensureSections();
+
+  /// Writes one section at the current position and sets the entry's offset and size. An entry
+  /// whose position does not fit stays as it was, and nothing is written.
+  void writeSection(SectionEntry& entry);
+
+  /// Writes the whole file: the sections first, then header and table at the start.
+  void save();
+
+  /// Closes the stream and frees what is held.
+  void close();
+
+  /// Lists header and table on standard output, for diagnosis.
+  void printHeader() const;
+
+ private:
+  bool readHeader(std::FILE* in);
+  bool readTable(std::FILE* in);
+  bool readSection(std::FILE* in, SectionEntry& entry);
+  bool readProjectName(ByteReader in, std::uint32_t size);
+  bool readKernelRecords(ByteReader in);
+  bool hasSection(SectionKind kind) const;
+  const SectionEntry* findSection(SectionKind kind) const;
+  void writeDwarf(std::uint32_t size);
+  std::uint32_t writeProjectName();
+  std::uint32_t writeKernelRecords();
+  std::uint32_t writeJson();
+
+  StdioFile stream_;
+  FileHeader header_;
+  std::vector<SectionEntry> table_;
+  std::string projectName_;
+  std::optional<ByteBlock> dwarf_;
+  KernelList kernels_;
+};
+
+}  // namespace consolidator

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace consolidator {
+
+class ByteReader;
+class ByteWriter;
+
+/// What a section holds. Files may hold other numbers, which end the reading of the sections.
+enum class SectionKind : std::uint32_t {
+  ProjectName = 0,    ///< the name, without terminator
+  Dwarf = 1,          ///< the DWARF file, byte for byte
+  KernelRecords = 2,  ///< a u32 count, then that many kernel records
+  Json = 3,           ///< the JSON document of all kernels and a zero byte
+};
+
+/// One entry of the section table, 24 bytes: kind (u32), 4 bytes of padding, offset from the start
+/// of the file (u64), size in bytes (u32), 4 bytes of padding. Padding is not read, and written as
+/// zeros.
+struct SectionEntry {
+  static constexpr std::size_t encodedSize = 24;
+
+  SectionKind kind = SectionKind::ProjectName;
+  std::uint64_t offset = 0;
+  std::uint32_t size = 0;
+
+  void writeBinary(ByteWriter& out) const;
+
+  /// Returns false when fewer than 24 bytes are left.
+  bool readBinary(ByteReader& in);
+
+  friend bool operator==(const SectionEntry&, const SectionEntry&) = default;
+};
+
+}  // namespace consolidator
