@@ -1,0 +1,123 @@
+#include "driver/ConsolidatorOptions.h"
+
+#include <boost/program_options/errors.hpp>
+#include <boost/program_options/parsers.hpp>
+#include <boost/program_options/positional_options.hpp>
+#include <boost/program_options/value_semantic.hpp>
+#include <boost/program_options/variables_map.hpp>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace po = boost::program_options;
+
+namespace consolidator {
+
+namespace {
+
+po::variables_map parse(const po::options_description& description, int argc,
+                        const char* const* argv) {
+  po::variables_map given;
+  po::store(po::command_line_parser(argc, argv)
+                .options(description)
+                .positional(po::positional_options_description())
+                .run(),
+            given);
+  po::notify(given);
+  return given;
+}
+
+template <typename Value>
+void takeIfGiven(const po::variables_map& given, const char* name, Value& value) {
+  if (given.count(name) > 0) value = given[name].as<Value>();
+}
+
+}  // namespace
+
+ConsolidatorOptions::ConsolidatorOptions(int argc, const char* const* argv)
+    : options_description("Consolidator options") {
+  const auto text = [] { return po::value<std::string>(); };
+  const auto texts = [] { return po::value<Texts>(); };
+  add_options()  //
+      ("add,a", "Add information to the file as opposed to overwriting (default)")(
+          "create,c", "If the file exists, overwrite it")(
+          "dump-dwarf,u", text(), "Output file to dump current DWARF information to")(
+          "dump-json,j", text(), "Output file to dump current JSON information to")(
+          "DWARF,d", text(), "Input DWARF metadata file")("help", "Output this information")(
+          "hierarchy,h", texts(), "Input hierarchy metadata file generated from System Linker")(
+          "kernel,k", texts(), "Input kernel.xml meta data")(
+          "hls,s", texts(), "Input kernel meta data generated from HLS")(
+          "aux,x", texts(), "Input *_auxiliary.xml meta data generated from HLS")(
+          "ll,l", texts(), "Input *.ll meta data generated during bitstream generation")(
+          "ram,r", texts(), "Input ram utilization report file generated from synthesis")(
+          "consolidated_file,f", text(), "Specify the consolidated file to add to or create")(
+          "project,p", text(), "Specify the name of the project")("version,v",
+                                                                  "Output version information");
+  parseCommandLine(argc, argv);
+}
+
+void ConsolidatorOptions::parseCommandLine(int argc, const char* const* argv) {
+  if (argc > 0) programName_ = argv[0];
+  try {
+    takeValues(parse(*this, argc, argv));
+    return;
+  } catch (const po::multiple_occurrences& error) {
+    std::cout << "Unsupported multiple occurrences of : " << error.get_option_name() << std::endl;
+  } catch (const po::error& error) {
+    std::cout << "Unknown option: " << error.what() << std::endl;
+  }
+  std::exit(EXIT_SUCCESS);
+}
+
+void ConsolidatorOptions::takeValues(const po::variables_map& given) {
+  const auto isGiven = [&](const char* name) { return given.count(name) > 0; };
+  bothAddAndCreate_ = isGiven("add") && isGiven("create");
+  if (bothAddAndCreate_) {
+    std::cout << "Error: Cannot specify both add and create" << std::endl;
+    return;
+  }
+  create_ = isGiven("create");
+  add_ = !create_;
+  takeIfGiven(given, "dump-dwarf", dumpDwarfPath_);
+  takeIfGiven(given, "dump-json", dumpJsonPath_);
+  dumpRequested_ = isGiven("dump-dwarf") || isGiven("dump-json");
+  takeIfGiven(given, "DWARF", dwarfPath_);
+  help_ = isGiven("help");
+  version_ = isGiven("version");
+  takeIfGiven(given, "hierarchy", hierarchyFiles_);
+  takeIfGiven(given, "kernel", kernelXmlFiles_);
+  takeIfGiven(given, "hls", hlsFiles_);
+  takeIfGiven(given, "aux", auxiliaryFiles_);
+  takeIfGiven(given, "ll", logicLocationFiles_);
+  takeIfGiven(given, "ram", ramReportFiles_);
+  takeIfGiven(given, "consolidated_file", consolidatedFilePath_);
+  takeIfGiven(given, "project", project_);
+}
+
+bool ConsolidatorOptions::validate() const {
+  if (bothAddAndCreate_) return false;
+  if (version_ || help_ || !dumpDwarfPath_.empty() || !dumpJsonPath_.empty()) return true;
+  if (consolidatedFilePath_.empty()) {
+    std::cout << "Error: A consolidated file must be specified" << std::endl;
+    return false;
+  }
+  if (!anyInput()) {
+    std::cout << "No input meta-data files specified" << std::endl;
+    return false;
+  }
+  return true;
+}
+
+void ConsolidatorOptions::printUsage() const {
+  std::cout << "Usage: " << programName_ << " [options] --consolidated_file filename" << std::endl
+            << std::endl
+            << *this << std::endl;
+}
+
+bool ConsolidatorOptions::anyInput() const {
+  return !(dwarfPath_.empty() && hierarchyFiles_.empty() && kernelXmlFiles_.empty() &&
+           hlsFiles_.empty() && auxiliaryFiles_.empty() && logicLocationFiles_.empty() &&
+           ramReportFiles_.empty());
+}
+
+}  // namespace consolidator

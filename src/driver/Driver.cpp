@@ -1,0 +1,86 @@
+#include "driver/Driver.h"
+
+#include "consolidated/ConsolidatedFile.h"
+#include "driver/ConsolidatorOptions.h"
+#include "readers/HierarchyFile.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+namespace consolidator {
+
+namespace {
+
+void printVersion() {
+  std::cout << "Consolidated version: " << FileHeader::supportedMajorVersion << "."
+            << FileHeader::supportedMinorVersion << std::endl
+            << "Supported hierarchy version: " << HierarchyFile::supportedVersion << std::endl;
+}
+
+bool belongsToProject(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
+  const std::string& stored = file.projectName();
+  const std::string& named = options.project();
+  if (!options.add() || stored.empty() || named.empty() || stored == named) return true;
+  std::cerr << "Error: consolidated file " << options.consolidatedFilePath()
+            << " has meta-data for project " << stored << ", not specified project " << named
+            << std::endl;
+  return false;
+}
+
+bool hasSupportedVersion(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
+  const FileHeader& header = file.header();
+  if (header.majorVersion <= FileHeader::supportedMajorVersion) return true;
+  std::cerr << "Error: consolidated file " << options.consolidatedFilePath() << " is version "
+            << header.majorVersion << "." << header.minorVersion << " and only versions up to "
+            << FileHeader::supportedMajorVersion << "." << FileHeader::supportedMinorVersion
+            << " are supported." << std::endl;
+  return false;
+}
+
+// The order of the kinds matters: later readers refine the kernels of earlier ones.
+void addInputs(ConsolidatedFile& file, const ConsolidatorOptions& options) {
+  if (!options.dwarfPath().empty()) file.addDwarf(options.dwarfPath());
+  for (const std::string& path : options.hierarchyFiles()) file.addHierarchy(path);
+  for (const std::string& path : options.kernelXmlFiles()) file.addKernelXml(path);
+  for (const std::string& path : options.hlsFiles()) file.addHls(path);
+  for (const std::string& path : options.auxiliaryFiles()) file.addAuxiliary(path);
+  for (const std::string& path : options.logicLocationFiles()) file.addLogicLocations(path);
+  for (const std::string& path : options.ramReportFiles()) file.addRamReport(path);
+}
+
+}  // namespace
+
+int runConsolidation(int argc, const char* const* argv) {
+  const ConsolidatorOptions options(argc, argv);
+  if (!options.validate() || options.help()) {
+    options.printUsage();
+    return EXIT_SUCCESS;
+  }
+  if (options.version()) {
+    printVersion();
+    return EXIT_SUCCESS;
+  }
+
+  ConsolidatedFile file;
+  file.openOrCreate(options.consolidatedFilePath(), options.create(), options.dumpRequested());
+  if (!file.isOpen()) {
+    std::cerr << "Unable to open " << options.consolidatedFilePath() << std::endl;
+    return EXIT_FAILURE;
+  }
+  if (!belongsToProject(file, options) || !hasSupportedVersion(file, options)) return EXIT_FAILURE;
+  file.setProject(options.project());
+
+  if (!options.dumpDwarfPath().empty()) {
+    file.dumpDwarf(options.dumpDwarfPath());
+  } else if (!options.dumpJsonPath().empty()) {
+    file.dumpJson(options.dumpJsonPath());
+  } else {
+    addInputs(file, options);
+    file.save();
+  }
+  file.close();
+  return EXIT_SUCCESS;
+}
+
+}  // namespace consolidator
