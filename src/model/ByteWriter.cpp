@@ -41,8 +41,7 @@ void ByteWriter::writeBeyondBlock(std::string_view bytes) {
 }
 
 void ByteWriter::send(std::string_view bytes) {
-  const std::size_t taken =
-      stream_ == nullptr ? 0 : std::fwrite(bytes.data(), 1, bytes.size(), stream_);
+  const std::size_t taken = std::fwrite(bytes.data(), 1, bytes.size(), stream_);
   accepted_ += taken;
   if (taken < bytes.size()) {
     failed_ = true;

@@ -15,7 +15,7 @@ namespace consolidator {
 /// takes nothing.
 class ByteWriter {
  public:
-  explicit ByteWriter(std::FILE* stream) : stream_(stream) {}
+  explicit ByteWriter(std::FILE* stream) : stream_(stream), failed_(stream == nullptr) {}
 
   void write(std::string_view bytes) {
     if (bytes.size() > room_) {
@@ -60,7 +60,7 @@ class ByteWriter {
   std::size_t used_ = 0;
   std::size_t room_ = 0;
   std::uint64_t accepted_ = 0;
-  bool failed_ = false;
+  bool failed_;
 };
 
 }  // namespace consolidator

@@ -19,7 +19,8 @@ void mergeInto(KernelRecord& known, const KernelRecord& incoming) {
   for (const HardwareVariable& variable : incoming.hardwareVariables) {
     known.addHardwareVariable(variable);
   }
-  for (const BreakableCondition& condition : incoming.breakableConditions) {
+  for (BreakableCondition condition : incoming.breakableConditions) {
+    condition.valid = true;
     known.addBreakableCondition(condition);
   }
 }

@@ -30,6 +30,7 @@ class PositionIndex {
     clear();
     return *this;
   }
+
   PositionIndex& operator=(PositionIndex&& other) noexcept {
     slots_ = std::move(other.slots_);
     count_ = std::exchange(other.count_, 0);
