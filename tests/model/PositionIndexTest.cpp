@@ -1,0 +1,110 @@
+#include "model/PositionIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace consolidator {
+namespace {
+
+bool always(std::size_t /*position*/) { return true; }
+
+// The positions under a hash, in the order in which a search visits them.
+std::vector<std::size_t> visited(const PositionIndex& index, std::size_t hash) {
+  std::vector<std::size_t> positions;
+  index.find(hash, [&](std::size_t position) {
+    positions.push_back(position);
+    return false;
+  });
+  return positions;
+}
+
+std::vector<std::size_t> countUpTo(std::size_t end) {
+  std::vector<std::size_t> positions(end);
+  std::iota(positions.begin(), positions.end(), std::size_t{0});
+  return positions;
+}
+
+TEST(PositionIndex, FindsNothingWhenEmpty) {
+  const PositionIndex index;
+  EXPECT_TRUE(index.empty());
+  EXPECT_EQ(index.find(0, always), PositionIndex::none);
+}
+
+TEST(PositionIndex, FindsAPositionUnderItsHashOnly) {
+  PositionIndex index;
+  index.add(7, 0);
+  EXPECT_FALSE(index.empty());
+  EXPECT_EQ(index.find(7, always), 0U);
+  EXPECT_EQ(index.find(7 + 32, always), PositionIndex::none);
+  EXPECT_EQ(index.find(8, always), PositionIndex::none);
+}
+
+TEST(PositionIndex, AsksForAMatchWhereHashesAgree) {
+  PositionIndex index;
+  index.add(7, 0);
+  index.add(7, 1);
+  index.add(7, 2);
+  EXPECT_EQ(index.find(7, [](std::size_t position) { return position == 2; }), 2U);
+  EXPECT_EQ(index.find(7, [](std::size_t) { return false; }), PositionIndex::none);
+}
+
+TEST(PositionIndex, ForgetsAllWhenCleared) {
+  PositionIndex index;
+  index.add(7, 0);
+  index.clear();
+  EXPECT_TRUE(index.empty());
+  EXPECT_EQ(index.find(7, always), PositionIndex::none);
+  index.add(9, 0);
+  EXPECT_EQ(index.find(9, always), 0U);
+}
+
+TEST(PositionIndex, UsesTheLow32BitsOfAHash) {
+  PositionIndex index;
+  index.add(0x1'0000'0005U, 0);
+  EXPECT_EQ(index.find(0x2'0000'0005U, always), 0U);
+}
+
+// All ones: the home slot is the last one, so every run of equal hashes wraps around the end.
+class PositionIndexRuns : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(PositionIndexRuns, VisitsEqualHashesInTheOrderOfAddingWhileGrowing) {
+  PositionIndex index;
+  for (std::size_t i = 0; i < 300; ++i) {
+    index.add(GetParam(), i);
+    ASSERT_EQ(visited(index, GetParam()), countUpTo(i + 1));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(HomeSlots, PositionIndexRuns,
+                         testing::Values(std::size_t{0}, std::size_t{17}, std::size_t{31},
+                                         std::size_t{0xFFFFFFFE}, std::size_t{0xFFFFFFFF}));
+
+TEST(PositionIndex, AgreesWithAListOfHashesAtRandom) {
+  std::mt19937 random(20240101);
+  for (int round = 0; round < 200; ++round) {
+    PositionIndex index;
+    std::vector<std::size_t> hashes;
+    // Few distinct hashes that share home slots, around the end of the table.
+    std::uniform_int_distribution<std::size_t> anyHash(0, 40);
+    for (std::size_t i = 0; i < 200; ++i) {
+      const std::size_t hash = (anyHash(random) * 16) - 8;
+      index.add(hash, i);
+      hashes.push_back(hash);
+    }
+    for (std::size_t key = 0; key <= 40; ++key) {
+      const std::size_t hash = (key * 16) - 8;
+      std::vector<std::size_t> expected;
+      for (std::size_t i = 0; i < hashes.size(); ++i) {
+        if (hashes[i] == hash) expected.push_back(i);
+      }
+      ASSERT_EQ(visited(index, hash), expected) << "round " << round << ", hash " << hash;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace consolidator
