@@ -1,0 +1,123 @@
+#include "consolidated/ConsolidatedFile.h"
+#include "consolidated/Samples.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace consolidator {
+namespace {
+
+class ConsolidatedFileDumpTest : public testing::Test {
+ protected:
+  // What a dump of the section leaves in a file that held something before.
+  std::string dumped(std::string_view bytes, SectionKind kind) {
+    const std::string out = folder_.write("dump", "held before");
+    file_.openOrCreate(folder_.write("file", bytes), false, true);
+    file_.dumpSection(kind, out);
+    file_.close();
+    return folder_.read("dump");
+  }
+
+  TemporaryFolder folder_;
+  ConsolidatedFile file_;
+};
+
+const std::string dwarfBytes("DWARF\0with a zero byte", 22);
+
+const std::string full = container({{SectionKind::ProjectName, "proj"},
+                                    {SectionKind::Dwarf, dwarfBytes},
+                                    {SectionKind::Json, vaddJson()},
+                                    {SectionKind::KernelRecords, vaddRecords()}});
+
+TEST_F(ConsolidatedFileDumpTest, JsonIsTheSavedTextAndItsZeroByte) {
+  EXPECT_EQ(dumped(full, SectionKind::Json), vaddJson());
+}
+
+TEST_F(ConsolidatedFileDumpTest, DwarfIsTheFileThatWasAdded) {
+  EXPECT_EQ(dumped(full, SectionKind::Dwarf), dwarfBytes);
+}
+
+TEST_F(ConsolidatedFileDumpTest, EveryKindIsCopiedAsStored) {
+  EXPECT_EQ(dumped(full, SectionKind::ProjectName), "proj");
+  EXPECT_EQ(dumped(full, SectionKind::KernelRecords), vaddRecords());
+}
+
+TEST_F(ConsolidatedFileDumpTest, NamedDumpsAreThoseOfTheirKinds) {
+  file_.openOrCreate(folder_.write("file", full), false, true);
+  file_.dumpDwarf(folder_.path("dwarf"));
+  file_.dumpJson(folder_.path("json"));
+  EXPECT_EQ(folder_.read("dwarf"), dwarfBytes);
+  EXPECT_EQ(folder_.read("json"), vaddJson());
+}
+
+TEST_F(ConsolidatedFileDumpTest, IsEmptyWithoutSuchASection) {
+  EXPECT_EQ(dumped(container({{SectionKind::Json, emptyJson()}}), SectionKind::Dwarf), "");
+  EXPECT_TRUE(folder_.holds("dump"));
+}
+
+TEST_F(ConsolidatedFileDumpTest, IsEmptyForAFileThatIsNoConsolidatedFile) {
+  EXPECT_EQ(dumped("something else", SectionKind::Json), "");
+}
+
+TEST_F(ConsolidatedFileDumpTest, TakesTheFirstOfSeveralSections) {
+  EXPECT_EQ(dumped(container({{SectionKind::Json, "first"}, {SectionKind::Json, "second"}}),
+                   SectionKind::Json),
+            "first");
+}
+
+TEST_F(ConsolidatedFileDumpTest, CopiesWhatIsStoredEvenIfItIsNoJson) {
+  EXPECT_EQ(dumped(container({{SectionKind::Json, "\x01\x02 not JSON"}}), SectionKind::Json),
+            "\x01\x02 not JSON");
+}
+
+TEST_F(ConsolidatedFileDumpTest, ReachesSectionsBehindOneThatCannotBeRead) {
+  EXPECT_EQ(dumped(header(2) + entry(7, 0, 0) + entry(SectionKind::Json, 64, 4) + "json",
+                   SectionKind::Json),
+            "json");
+}
+
+TEST_F(ConsolidatedFileDumpTest, IsEmptyWhenTheSectionEndsEarly) {
+  EXPECT_EQ(dumped(header(1) + entry(SectionKind::Json, 40, 5) + "json", SectionKind::Json), "");
+  EXPECT_EQ(
+      dumped(header(1) + entry(SectionKind::Json, 40, 0xFFFFFFFFU) + "json", SectionKind::Json),
+      "");
+  EXPECT_EQ(dumped(header(1) + entry(SectionKind::Json, 4000, 1), SectionKind::Json), "");
+}
+
+TEST_F(ConsolidatedFileDumpTest, OffsetsAreCutToSignedThirtyTwoBits) {
+  EXPECT_EQ(
+      dumped(header(1) + entry(SectionKind::Json, 0x700000028U, 4) + "json", SectionKind::Json),
+      "json");
+  EXPECT_EQ(
+      dumped(header(1) + entry(SectionKind::Json, 0x80000028U, 4) + "json", SectionKind::Json), "");
+}
+
+TEST_F(ConsolidatedFileDumpTest, KeepsTheConsolidatedFile) {
+  dumped(full, SectionKind::Json);
+  EXPECT_EQ(folder_.read("file"), full);
+}
+
+TEST_F(ConsolidatedFileDumpTest, OntoTheConsolidatedFileItselfLeavesItEmpty) {
+  const std::string path = folder_.write("file", full);
+  file_.openOrCreate(path, false, true);
+  file_.dumpJson(path);
+  EXPECT_EQ(folder_.read("file"), "");
+}
+
+TEST_F(ConsolidatedFileDumpTest, WithoutStreamNoOutputIsMade) {
+  file_.openOrCreate(folder_.path("missing"), false, true);
+  file_.dumpJson(folder_.path("dump"));
+  EXPECT_FALSE(folder_.holds("dump"));
+}
+
+TEST_F(ConsolidatedFileDumpTest, AnOutputThatCannotBeOpenedIsPassedOver) {
+  file_.openOrCreate(folder_.write("file", full), false, true);
+  file_.dumpJson(folder_.path("no/such/folder"));
+  file_.dumpJson(folder_.path("dump"));
+  EXPECT_EQ(folder_.read("dump"), vaddJson());
+}
+
+}  // namespace
+}  // namespace consolidator

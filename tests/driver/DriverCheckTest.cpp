@@ -1,0 +1,223 @@
+// The checks of project and version, and the dumps.
+
+#include "driver/DriverRun.h"
+#include "support/Bytes.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace consolidator {
+namespace {
+
+class DriverCheckTest : public testing::Test {
+ protected:
+  // Runs with "-f <file>" and these words; returns the status and keeps what was said.
+  int run(std::vector<std::string> words) {
+    words.insert(words.begin(), {"-f", file_});
+    const Outcome outcome = consolidator::run(std::move(words));
+    EXPECT_EQ(outcome.out, "");
+    err_ = outcome.err;
+    return outcome.status;
+  }
+
+  std::string stored() const { return folder_.read("file"); }
+
+  TemporaryFolder folder_;
+  std::string file_ = folder_.path("file");
+  std::string out_ = folder_.path("out");
+  std::string input_ = folder_.write("in", "k:");
+  std::string err_;
+};
+
+std::string projectFile(std::string_view name) {
+  return container({{SectionKind::ProjectName, std::string(name)},
+                    {SectionKind::Dwarf, "DWARF"},
+                    {SectionKind::Json, emptyJson()}});
+}
+
+using DriverProjectTest = DriverCheckTest;
+
+TEST_F(DriverProjectTest, AnotherProjectIsRefusedAndLeavesTheFileEmpty) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"-p", "b", "-h", input_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " has meta-data for project a, not specified project b\n");
+  EXPECT_EQ(stored(), "");
+}
+
+TEST_F(DriverProjectTest, NamesAreComparedByteForByte) {
+  for (const char* const name : {"A", "a ", "ab", " a"}) {
+    writeFile(file_, projectFile("a"));
+    EXPECT_EQ(run({"-p", name, "-h", input_}), 1) << name;
+  }
+}
+
+TEST_F(DriverProjectTest, TheSameProjectOrNoneIsAccepted) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"-p", "a", "-d", input_}), 0);
+  EXPECT_EQ(run({"-d", input_}), 0);
+  EXPECT_EQ(run({"-p", "", "-d", input_}), 0);
+  EXPECT_EQ(err_, "");
+  EXPECT_EQ(stored(), container({{SectionKind::ProjectName, "a"},
+                                 {SectionKind::Dwarf, "DWARF"},
+                                 {SectionKind::Json, emptyJson()},
+                                 {SectionKind::ProjectName, "a"}}));
+}
+
+TEST_F(DriverProjectTest, AFileWithoutProjectTakesAnyName) {
+  writeFile(file_, container({{SectionKind::Json, emptyJson()}}));
+  EXPECT_EQ(run({"-p", "a", "-d", folder_.path("missing")}), 0);
+  EXPECT_EQ(stored(),
+            container({{SectionKind::Json, emptyJson()}, {SectionKind::ProjectName, "a"}}));
+}
+
+TEST_F(DriverProjectTest, CreateModeAsksForNoProject) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"-c", "-p", "b", "-d", folder_.path("missing")}), 0);
+  EXPECT_EQ(err_, "");
+  EXPECT_EQ(stored(),
+            container({{SectionKind::ProjectName, "b"}, {SectionKind::Json, emptyJson()}}));
+}
+
+TEST_F(DriverProjectTest, ADumpIsCheckedAndKeepsTheFile) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"-p", "b", "--dump-dwarf", out_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " has meta-data for project a, not specified project b\n");
+  EXPECT_FALSE(folder_.holds("out"));
+  EXPECT_EQ(stored(), projectFile("a"));
+  EXPECT_EQ(run({"-p", "a", "--dump-dwarf", out_}), 0);
+  EXPECT_EQ(folder_.read("out"), "DWARF");
+  EXPECT_EQ(stored(), projectFile("a")) << "a dump saves nothing, the project name included";
+}
+
+using DriverVersionTest = DriverCheckTest;
+
+std::string versionFile(std::int32_t major, std::int32_t minor) {
+  return header(1, major, minor) + entry(SectionKind::Json, 40, 22) + emptyJson();
+}
+
+TEST_F(DriverVersionTest, AMajorVersionAboveOneIsRefusedAndLeavesTheFileEmpty) {
+  writeFile(file_, versionFile(2, 7));
+  EXPECT_EQ(run({"-h", input_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " is version 2.7 and only versions up to 1.1 are supported.\n");
+  EXPECT_EQ(stored(), "");
+}
+
+TEST_F(DriverVersionTest, TheMinorVersionIsNotChecked) {
+  writeFile(file_, versionFile(1, 0x7FFFFFFF));
+  EXPECT_EQ(run({"-d", folder_.path("missing")}), 0);
+  EXPECT_EQ(err_, "");
+  EXPECT_EQ(stored(), versionFile(1, 0x7FFFFFFF));
+}
+
+TEST_F(DriverVersionTest, TheMajorVersionIsSigned) {
+  for (const std::int32_t version : {0, -1, std::int32_t{-0x7FFFFFFF} - 1}) {
+    writeFile(file_, versionFile(version, 0));
+    EXPECT_EQ(run({"-d", folder_.path("missing")}), 0) << version;
+    EXPECT_EQ(stored(), versionFile(version, 0)) << version;
+  }
+}
+
+TEST_F(DriverVersionTest, NegativeMinorVersionsAreShownWithTheirSign) {
+  writeFile(file_, versionFile(3, -4));
+  EXPECT_EQ(run({"-h", input_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " is version 3.-4 and only versions up to 1.1 are supported.\n");
+}
+
+TEST_F(DriverVersionTest, TheVersionsOfAForeignFileCount) {
+  writeFile(file_, header(0, 2, 0, 0x04030201U));
+  EXPECT_EQ(run({"-h", input_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " is version 2.0 and only versions up to 1.1 are supported.\n");
+}
+
+TEST_F(DriverVersionTest, AForeignFileOfAnOlderVersionIsRewrittenWithItsMagic) {
+  writeFile(file_, header(0, 1, 5, 0x04030201U));
+  EXPECT_EQ(run({"-d", folder_.path("missing")}), 0);
+  EXPECT_EQ(stored(),
+            header(1, 1, 5, 0x04030201U) + entry(SectionKind::Json, 40, 22) + emptyJson());
+}
+
+TEST_F(DriverVersionTest, CreateModeAsksForNoVersion) {
+  writeFile(file_, versionFile(2, 7));
+  EXPECT_EQ(run({"-c", "-d", folder_.path("missing")}), 0);
+  EXPECT_EQ(stored(), container({{SectionKind::Json, emptyJson()}}));
+}
+
+TEST_F(DriverVersionTest, ADumpIsCheckedAndKeepsTheFile) {
+  writeFile(file_, versionFile(2, 7));
+  EXPECT_EQ(run({"--dump-json", out_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " is version 2.7 and only versions up to 1.1 are supported.\n");
+  EXPECT_FALSE(folder_.holds("out"));
+  EXPECT_EQ(stored(), versionFile(2, 7));
+}
+
+TEST_F(DriverVersionTest, TheProjectIsCheckedBeforeTheVersion) {
+  writeFile(file_, header(1, 2, 7) + entry(SectionKind::ProjectName, 40, 1) + "a");
+  EXPECT_EQ(run({"-p", "b", "-h", input_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " has meta-data for project a, not specified project b\n");
+}
+
+using DriverDumpTest = DriverCheckTest;
+
+TEST_F(DriverDumpTest, BothDumpsTogetherWriteOnlyTheDwarf) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"--dump-json", folder_.path("json"), "--dump-dwarf", out_}), 0);
+  EXPECT_EQ(folder_.read("out"), "DWARF");
+  EXPECT_FALSE(folder_.holds("json"));
+}
+
+TEST_F(DriverDumpTest, AnEmptyDwarfPathLeavesTheJsonDump) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"--dump-json", out_, "--dump-dwarf", ""}), 0);
+  EXPECT_EQ(folder_.read("out"), emptyJson());
+}
+
+TEST_F(DriverDumpTest, DwarfOfAFileWithoutDwarfIsAnEmptyFile) {
+  writeFile(file_, container({{SectionKind::Json, emptyJson()}}));
+  EXPECT_EQ(run({"--dump-dwarf", out_}), 0);
+  EXPECT_TRUE(folder_.holds("out"));
+  EXPECT_EQ(folder_.read("out"), "");
+}
+
+TEST_F(DriverDumpTest, InputsGivenWithADumpAreIgnored) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"--dump-json", out_, "-h", folder_.write("bad", "instance x"), "-d", input_}), 0);
+  EXPECT_EQ(err_, "");
+  EXPECT_EQ(folder_.read("out"), emptyJson());
+  EXPECT_EQ(stored(), projectFile("a"));
+}
+
+TEST_F(DriverDumpTest, OfADirectoryIsEmpty) {
+  EXPECT_EQ(consolidator::run({"-f", folder_.path(""), "-j", out_}), quiet);
+  EXPECT_TRUE(folder_.holds("out"));
+  EXPECT_EQ(folder_.read("out"), "");
+}
+
+// Asked for a dump, so the file is open for reading; without a path, so the inputs are read.
+TEST_F(DriverDumpTest, ToAnEmptyPathReadsTheInputsAndChangesNothing) {
+  writeFile(file_, projectFile("a"));
+  EXPECT_EQ(run({"--dump-json", "", "-h", folder_.write("bad", "instance x"), "-h", input_}), 0);
+  EXPECT_EQ(err_, "Parse error\n");
+  EXPECT_EQ(stored(), projectFile("a"));
+  EXPECT_EQ(run({"--dump-dwarf", "", "-h", input_}), 0);
+  EXPECT_EQ(stored(), projectFile("a"));
+}
+
+TEST_F(DriverDumpTest, ToAnEmptyPathOfAMissingFileCannotOpenIt) {
+  EXPECT_EQ(run({"--dump-json", "", "-h", input_}), 1);
+  EXPECT_EQ(err_, "Unable to open " + file_ + "\n");
+  EXPECT_FALSE(folder_.holds("file"));
+}
+
+}  // namespace
+}  // namespace consolidator
