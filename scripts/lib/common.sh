@@ -1,0 +1,61 @@
+# shellcheck shell=bash
+# What the scripts share; sourced by them, never run. Leaves the shell in the project's folder.
+
+cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit
+
+# Headline of what runs next.
+step() {
+    printf '\n==> %s\n' "$*"
+}
+
+# Runs a command as root, through sudo where that is needed.
+asRoot() {
+    if [[ $EUID -eq 0 ]]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+isInstalled() {
+    [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+# Installs those of the Debian packages that are missing; touches nothing when all are there.
+installMissing() {
+    local package missing=()
+    for package in "$@"; do
+        isInstalled "$package" || missing+=("$package")
+    done
+    if [[ ${#missing[@]} -gt 0 ]]; then
+        step "Installing ${missing[*]}"
+        asRoot apt-get update
+        asRoot env DEBIAN_FRONTEND=noninteractive \
+            apt-get install --yes --no-install-recommends "${missing[@]}"
+    fi
+}
+
+# What a build needs, and what the checks need on top of it, named as in Debian 12.
+buildTools=(g++ cmake ninja-build libboost-program-options-dev)
+checkTools=(clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
+    libgtest-dev libbenchmark-dev)
+
+installBuildTools() {
+    installMissing "${buildTools[@]}"
+}
+
+installCheckTools() {
+    installMissing "${buildTools[@]}" "${checkTools[@]}"
+}
+
+# Configures a preset; further arguments go to cmake.
+configure() {
+    step "Configuring preset $1"
+    cmake --preset "$@"
+}
+
+# Builds a configured preset; further arguments go to cmake --build.
+build() {
+    step "Building preset $1"
+    cmake --build --parallel "$(nproc)" --preset "$@"
+}
