@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <iostream>
 #include <limits>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -30,6 +31,19 @@ std::optional<ByteBlock> readBlock(ByteReader in, std::uint64_t size) {
   return block;
 }
 
+// Copies bytes from one position to the other, a few at a time: they stay in the processor's cache
+// in between, and a section of any size takes no memory.
+void copyBytes(std::FILE* from, std::FILE* to, std::uint64_t size) {
+  constexpr std::size_t blockSize = std::size_t{256} * 1024;
+  const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
+  while (size > 0) {
+    const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(blockSize, size));
+    const std::size_t got = std::fread(block.get(), 1, wanted, from);
+    if (std::fwrite(block.get(), 1, got, to) < wanted) return;
+    size -= got;
+  }
+}
+
 void writeBytes(std::FILE* stream, std::string_view bytes) {
   ByteWriter out(stream);
   out.write(bytes);
@@ -40,15 +54,30 @@ void writeBytes(std::FILE* stream, std::string_view bytes) {
 
 void ConsolidatedFile::openOrCreate(const std::string& path, bool create, bool forDump) {
   *this = ConsolidatedFile();
-  if (!create) readExisting(path);
+  if (!create && forDump) readForDump(path);
+  if (!create && !forDump) readExisting(path);
   stream_ = openStdioFile(path, forDump ? "r" : "w");
 }
 
 bool ConsolidatedFile::readExisting(const std::string& path) {
   const StdioFile in = openStdioFile(path, "r");
-  return in && readHeader(in.get()) && readTable(in.get()) &&
-         std::all_of(table_.begin(), table_.end(),
-                     [&](SectionEntry& entry) { return readSection(in.get(), entry); });
+  return in && readHeader(in.get()) && readTable(in.get()) && readSections(in.get(), table_.size());
+}
+
+// A dump needs the table and the project's name. What comes before the name is read all the same,
+// since the reading ends at the first section that is damaged.
+void ConsolidatedFile::readForDump(const std::string& path) {
+  const StdioFile in = openStdioFile(path, "r");
+  if (!in || !readHeader(in.get()) || !readTable(in.get())) return;
+  const auto lastName = std::find_if(table_.rbegin(), table_.rend(), [](const SectionEntry& entry) {
+    return entry.kind == SectionKind::ProjectName;
+  });
+  readSections(in.get(), static_cast<std::size_t>(table_.rend() - lastName));
+}
+
+bool ConsolidatedFile::readSections(std::FILE* in, std::size_t count) {
+  return std::all_of(table_.begin(), table_.begin() + static_cast<std::ptrdiff_t>(count),
+                     [&](SectionEntry& entry) { return readSection(in, entry); });
 }
 
 // A file that is too short overwrites just the bytes it has. Whatever comes is kept: the versions
@@ -135,8 +164,8 @@ void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath)
   const StdioFile out = openStdioFile(outPath, "w");
   const SectionEntry* entry = findSection(kind);
   if (!out || entry == nullptr || !seekToSection(stream_.get(), entry->offset)) return;
-  if (const auto bytes = readBlock(ByteReader(stream_.get()), entry->size)) {
-    writeBytes(out.get(), bytes->view());
+  if (ByteReader(stream_.get()).remaining() >= entry->size) {
+    copyBytes(stream_.get(), out.get(), entry->size);
   }
 }
 

@@ -28,7 +28,8 @@ class InputFile;
 class ConsolidatedFile {
  public:
   /// Forgets everything, reads the file at `path` unless `create` is set, and opens it: for
-  /// reading if `forDump` is set, else for writing, which truncates it. See isOpen().
+  /// reading if `forDump` is set, else for writing, which truncates it. See isOpen(). Of a file to
+  /// dump from only as much is read as tells its header, table and project name.
   void openOrCreate(const std::string& path, bool create, bool forDump);
 
   /// Whether there is a stream to save to or to dump from.
@@ -91,6 +92,8 @@ class ConsolidatedFile {
   void printHeader() const;
 
  private:
+  void readForDump(const std::string& path);
+  bool readSections(std::FILE* in, std::size_t count);
   bool readHeader(std::FILE* in);
   bool readTable(std::FILE* in);
   bool readSection(std::FILE* in, SectionEntry& entry);
