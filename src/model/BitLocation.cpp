@@ -3,26 +3,28 @@
 #include "model/ByteReader.h"
 #include "model/ByteWriter.h"
 
+#include <string_view>
+#include <type_traits>
+
 namespace consolidator {
+
+// The members stand as the bytes do, and the host is little-endian as the format is.
+static_assert(sizeof(BitLocation) == 2 * sizeof(std::uint32_t));
+static_assert(std::is_trivially_copyable_v<BitLocation>);
 
 void writeLocations(ByteWriter& out, const std::vector<BitLocation>& locations) {
   out.writeU32(static_cast<std::uint32_t>(locations.size()));
-  for (const BitLocation& location : locations) {
-    out.writeU32(location.first);
-    out.writeU32(location.second);
-  }
+  out.write(std::string_view(reinterpret_cast<const char*>(locations.data()),
+                             locations.size() * sizeof(BitLocation)));
 }
 
 bool readLocations(ByteReader& in, std::vector<BitLocation>& locations) {
   std::uint32_t count = 0;
   if (!in.readClampedU32(count)) return false;
-  locations.reserve(in.plausibleCount(count, sizeof(BitLocation)));
-  for (std::uint32_t i = 0; i < count; ++i) {
-    BitLocation location;
-    if (!in.readU32(location.first) || !in.readU32(location.second)) return false;
-    locations.push_back(location);
-  }
-  return true;
+  const std::size_t available = in.plausibleCount(count, sizeof(BitLocation));
+  locations.resize(available);
+  return in.readBytes(reinterpret_cast<char*>(locations.data()), available * sizeof(BitLocation)) &&
+         available == count;
 }
 
 }  // namespace consolidator

@@ -30,28 +30,7 @@ bool ByteReader::readBytes(char* bytes, std::size_t size) {
   return readAhead(bytes + held, size - held) == size - held || fail();
 }
 
-bool ByteReader::readU32(std::uint32_t& value) {
-  if (end_ - position_ < sizeof value && !fill(sizeof value)) return false;
-  std::memcpy(&value, block_.get() + position_, sizeof value);
-  position_ += sizeof value;
-  return true;
-}
-
-bool ByteReader::readClampedU32(std::uint32_t& value) {
-  constexpr std::uint32_t largest = 0xFFFFFFFEU;
-  if (!readU32(value)) return false;
-  value = std::min(value, largest);
-  return true;
-}
-
-bool ByteReader::readText(std::string& text) {
-  std::uint32_t size = 0;
-  if (!readClampedU32(size)) return false;
-  if (size <= end_ - position_) {
-    text.assign(block_.get() + position_, strnlen(block_.get() + position_, size));
-    position_ += size;
-    return true;
-  }
+bool ByteReader::readTextBeyondBlock(std::string& text, std::uint32_t size) {
   if (remaining() < size) return fail();
   text.resize(size);
   if (!readBytes(text.data(), size)) return false;
@@ -60,6 +39,7 @@ bool ByteReader::readText(std::string& text) {
 }
 
 std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementSize) const {
+  if (count * elementSize <= end_ - position_) return count;  // spares the usual case a division
   return static_cast<std::size_t>(std::min<std::uint64_t>(count, remaining() / elementSize));
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -25,20 +27,39 @@ class ByteReader {
   /// Reads exactly `size` bytes.
   bool readBytes(char* bytes, std::size_t size);
 
-  bool readU32(std::uint32_t& value);
+  bool readU32(std::uint32_t& value) {
+    if (end_ - position_ < sizeof value && !fill(sizeof value)) return false;
+    std::memcpy(&value, block_.get() + position_, sizeof value);
+    position_ += sizeof value;
+    return true;
+  }
 
   /// Reads a length or count in which 0xFFFFFFFF stands for 0xFFFFFFFE.
-  bool readClampedU32(std::uint32_t& value);
+  bool readClampedU32(std::uint32_t& value) {
+    constexpr std::uint32_t largest = 0xFFFFFFFEU;
+    if (!readU32(value)) return false;
+    value = std::min(value, largest);
+    return true;
+  }
 
   /// Reads a text: a clamped u32 length and that many bytes, all of which are consumed. The text
   /// ends at its first zero byte.
-  bool readText(std::string& text);
+  bool readText(std::string& text) {
+    std::uint32_t size = 0;
+    if (!readClampedU32(size)) return false;
+    if (size > end_ - position_) return readTextBeyondBlock(text, size);
+    const char* const start = block_.get() + position_;
+    text.assign(start, strnlen(start, size));
+    position_ += size;
+    return true;
+  }
 
   /// How many elements to reserve for a list that claims `count` elements of `elementSize` bytes
   /// in memory: never more memory than bytes are left.
   std::size_t plausibleCount(std::uint32_t count, std::size_t elementSize) const;
 
  private:
+  bool readTextBeyondBlock(std::string& text, std::uint32_t size);
   bool fill(std::size_t size);
   std::size_t readAhead(char* bytes, std::size_t size);
   bool fail();

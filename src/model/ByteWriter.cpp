@@ -17,9 +17,8 @@ constexpr std::size_t blockSize = std::size_t{256} * 1024;
 }  // namespace
 
 void ByteWriter::writeDecimal(std::uint32_t value) {
-  std::array<char, std::numeric_limits<std::uint32_t>::digits10 + 1> digits{};
-  const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  write({digits.data(), result.ptr});
+  constexpr std::size_t mostDigits = std::numeric_limits<std::uint32_t>::digits10 + 1;
+  writeUpTo(mostDigits, [&](char* to) { return std::to_chars(to, to + mostDigits, value).ptr; });
 }
 
 bool ByteWriter::flush() {
@@ -32,12 +31,23 @@ bool ByteWriter::flush() {
   return !failed_;
 }
 
-void ByteWriter::writeBeyondBlock(std::string_view bytes) {
-  if (!flush()) return;
-  if (bytes.size() >= blockSize) return send(bytes);
+bool ByteWriter::makeRoom() {
+  if (!flush()) return false;
   if (!block_) block_ = std::make_unique_for_overwrite<char[]>(blockSize);
   room_ = blockSize;
-  put(bytes);
+  return true;
+}
+
+void ByteWriter::writeBeyondBlock(std::string_view bytes) {
+  if (bytes.size() <= room_) return writeViews(bytes);
+  if (!flush()) return;
+  if (bytes.size() >= blockSize) return send(bytes);
+  if (makeRoom()) writeViews(bytes);
+}
+
+void ByteWriter::writeTextBeyondBlock(std::string_view text) {
+  writeU32(static_cast<std::uint32_t>(text.size()));
+  write(text);
 }
 
 void ByteWriter::send(std::string_view bytes) {

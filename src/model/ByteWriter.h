@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/PutText.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -17,23 +19,29 @@ class ByteWriter {
  public:
   explicit ByteWriter(std::FILE* stream) : stream_(stream), failed_(stream == nullptr) {}
 
-  void write(std::string_view bytes) {
-    if (bytes.size() > room_) {
-      writeBeyondBlock(bytes);
-    } else {
-      put(bytes);
-    }
+  void write(std::string_view bytes) { writeViews(bytes); }
+
+  /// Writes texts one after the other.
+  template <typename... Texts>
+  void write(std::string_view first, std::string_view second, const Texts&... others) {
+    writeViews(first, second, std::string_view(others)...);
   }
 
-  void writeU32(std::uint32_t value) {
-    // Sent as the host holds it: the format is little-endian, and so is every supported host.
-    write({reinterpret_cast<const char*>(&value), sizeof value});
+  /// Writes what `fill` puts at the place that it is given: at most `size` bytes, which is at most
+  /// 1 KiB. It returns the end of what it put there.
+  template <typename Fill>
+  void writeUpTo(std::size_t size, Fill fill) {
+    if (size > room_ && !makeRoom()) return;
+    char* const start = block_.get() + used_;
+    advance(static_cast<std::size_t>(fill(start) - start));
   }
 
-  /// Writes a text as the binary form has it: a u32 length followed by the bytes.
-  void writeText(std::string_view text) {
-    writeU32(static_cast<std::uint32_t>(text.size()));
-    write(text);
+  void writeU32(std::uint32_t value) { write(bytesOf(value)); }
+
+  /// Writes texts as the binary form has them: for each a u32 length followed by the bytes.
+  template <typename... Texts>
+  void writeText(const Texts&... texts) {
+    writeTextViews(std::string_view(texts)...);
   }
 
   /// Writes a number in decimal.
@@ -46,13 +54,38 @@ class ByteWriter {
   std::uint64_t accepted() const { return accepted_ + used_; }
 
  private:
-  void put(std::string_view bytes) {
-    bytes.copy(block_.get() + used_, bytes.size());
-    used_ += bytes.size();
-    room_ -= bytes.size();
+  // As the host holds them: the format is little-endian, and so is every supported host.
+  static std::string_view bytesOf(const std::uint32_t& value) {
+    return {reinterpret_cast<const char*>(&value), sizeof value};
   }
 
+  // Checks the room once for all texts.
+  template <typename... Views>
+  void writeViews(Views... texts) {
+    const std::size_t size = (texts.size() + ...);
+    if (size > room_) return (writeBeyondBlock(texts), ...);
+    char* to = block_.get() + used_;
+    ((to = putText(to, texts)), ...);
+    advance(size);
+  }
+
+  template <typename... Views>
+  void writeTextViews(Views... texts) {
+    const std::size_t size = ((sizeof(std::uint32_t) + texts.size()) + ...);
+    if (size > room_) return (writeTextBeyondBlock(texts), ...);
+    char* to = block_.get() + used_;
+    ((to = putText(putText(to, bytesOf(static_cast<std::uint32_t>(texts.size()))), texts)), ...);
+    advance(size);
+  }
+
+  void advance(std::size_t size) {
+    used_ += size;
+    room_ -= size;
+  }
+
+  bool makeRoom();
   void writeBeyondBlock(std::string_view bytes);
+  void writeTextBeyondBlock(std::string_view text);
   void send(std::string_view bytes);
 
   std::FILE* stream_;

@@ -1,31 +1,39 @@
-#include "model/ConditionText.h"
+#include "model/ConditionPreparer.h"
 
-#include <cstddef>
-#include <optional>
-#include <vector>
+#include "model/PutText.h"
+
+#include <algorithm>
 
 namespace consolidator {
 
 namespace {
 
-constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+constexpr std::string_view qualifier = "$i/";
+
+bool isWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
+// Names are operands, since they are qualified in the end.
 bool isOperand(std::string_view token) {
   const char first = token.front();
-  return first == '$' || (first >= '0' && first <= '9');
+  return first == '$' || (first >= '0' && first <= '9') || isLetter(first);
+}
+
+char* putQualified(char* to, std::string_view token) {
+  if (isLetter(token.front())) to = putText(to, qualifier);
+  return putText(to, token);
 }
 
 // Calls `use` with every token of the text in order.
 template <typename Use>
 void forEachToken(std::string_view text, Use use) {
-  std::size_t end = 0;
-  for (;;) {
-    const std::size_t start = text.find_first_not_of(whiteSpace, end);
-    if (start == std::string_view::npos) return;
-    end = std::min(text.find_first_of(whiteSpace, start), text.size());
-    use(text.substr(start, end - start));
+  const char* const textEnd = text.data() + text.size();
+  const char* start = std::find_if_not(text.data(), textEnd, isWhiteSpace);
+  while (start != textEnd) {
+    const char* const end = std::find_if(start, textEnd, isWhiteSpace);
+    use(std::string_view(start, static_cast<std::size_t>(end - start)));
+    start = std::find_if_not(end, textEnd, isWhiteSpace);
   }
 }
 
@@ -37,99 +45,85 @@ std::string_view unwrap(std::string_view text) {
   return text;
 }
 
-std::string qualifyNames(std::string_view text) {
-  std::string qualified;
-  forEachToken(text, [&](std::string_view token) {
-    if (isLetter(token.front())) qualified += "$i/";
-    qualified += token;
-    qualified += ' ';
-  });
-  return qualified;
-}
-
-// An expression under construction. Reducing joins nodes instead of texts, so that a long chain
-// of operators is not copied again for each of them.
-class PrefixExpression {
- public:
-  void pushOperand(std::string_view token) { operands_.push_back(addNode({token})); }
-
-  // Every operator reduces the pending one first: there is no precedence.
-  bool pushOperator(std::string_view token) {
-    if (!reduce()) return false;
-    pendingOperator_ = token;
-    return true;
-  }
-
-  // Joins the pending operator with the two top operands, the later one first. Returns false when
-  // there are fewer than two.
-  bool reduce() {
-    if (!pendingOperator_) return true;
-    if (operands_.size() < 2) return false;
-    const std::size_t right = operands_.back();
-    operands_.pop_back();
-    operands_.back() = addNode({*pendingOperator_, right, operands_.back()});
-    pendingOperator_.reset();
-    return true;
-  }
-
-  // The top operand as text; nothing when there is none.
-  std::optional<std::string> text(std::size_t expectedSize) const {
-    if (operands_.empty()) return std::nullopt;
-    std::string result;
-    result.reserve(expectedSize);
-    std::vector<std::size_t> open{operands_.back()};
-    while (!open.empty()) {
-      const Node& node = nodes_[open.back()];
-      open.pop_back();
-      if (!result.empty()) result += ' ';
-      result += node.token;
-      if (node.right == leaf) continue;
-      open.push_back(node.left);
-      open.push_back(node.right);
-    }
-    return result;
-  }
-
- private:
-  static constexpr std::size_t leaf = static_cast<std::size_t>(-1);
-
-  struct Node {
-    std::string_view token;
-    std::size_t right = leaf;
-    std::size_t left = leaf;
-  };
-
-  std::size_t addNode(Node node) {
-    nodes_.push_back(node);
-    return nodes_.size() - 1;
-  }
-
-  std::vector<Node> nodes_;
-  std::vector<std::size_t> operands_;
-  std::optional<std::string_view> pendingOperator_;
-};
-
-std::optional<std::string> toPrefixForm(std::string_view qualified) {
-  PrefixExpression expression;
-  bool wellFormed = true;
-  forEachToken(qualified, [&](std::string_view token) {
-    if (isOperand(token)) {
-      expression.pushOperand(token);
-    } else {
-      wellFormed = wellFormed && expression.pushOperator(token);
-    }
-  });
-  if (!wellFormed || !expression.reduce()) return std::nullopt;
-  return expression.text(qualified.size());
-}
-
 }  // namespace
 
 bool isTriviallyTrue(std::string_view condition) { return condition == "(1'b1 == 1'b1)"; }
 
-std::string prepareConditionText(std::string_view condition) {
-  std::string qualified = qualifyNames(unwrap(condition));
-  return toPrefixForm(qualified).value_or(std::move(qualified));
+std::string_view ConditionPreparer::prepare(std::string_view condition) {
+  const std::string_view text = unwrap(condition);
+  return readTokens(text) ? prefixForm() : qualifiedTokens(text);
+}
+
+// Returns whether the text is well-formed: its value is the top operand then.
+bool ConditionPreparer::readTokens(std::string_view text) {
+  nodes_.clear();
+  operands_.clear();
+  pendingOperator_ = {};
+  longestText_ = 0;
+  bool wellFormed = true;
+  forEachToken(text, [&](std::string_view token) {
+    longestText_ += qualifier.size() + token.size() + 1;
+    if (isOperand(token)) {
+      operands_.push_back(addNode({token}));
+    } else {
+      // Every operator reduces the pending one first: there is no precedence.
+      wellFormed = wellFormed && reduce();
+      pendingOperator_ = token;
+    }
+  });
+  return wellFormed && reduce() && !operands_.empty();
+}
+
+// Joins the pending operator, if there is one, with the two top operands, the later one first.
+// Returns false when there are fewer than two.
+bool ConditionPreparer::reduce() {
+  if (pendingOperator_.empty()) return true;
+  if (operands_.size() < 2) return false;
+  const std::uint32_t right = operands_.back();
+  operands_.pop_back();
+  operands_.back() = addNode({pendingOperator_, right, operands_.back()});
+  pendingOperator_ = {};
+  return true;
+}
+
+std::uint32_t ConditionPreparer::addNode(const Node& node) {
+  nodes_.push_back(node);
+  return static_cast<std::uint32_t>(nodes_.size() - 1);
+}
+
+// The text of the top operand, which is taken off the stack.
+std::string_view ConditionPreparer::prefixForm() {
+  char* to = makeRoom();
+  // What is to be written stands on top of the operands, the next one last.
+  const std::size_t rest = operands_.size() - 1;
+  while (operands_.size() > rest) {
+    const Node& node = nodes_[operands_.back()];
+    operands_.pop_back();
+    to = putQualified(to, node.token);
+    *to++ = ' ';
+    if (node.right == leaf) continue;
+    operands_.push_back(node.left);
+    operands_.push_back(node.right);
+  }
+  return textUpTo(to - 1);
+}
+
+std::string_view ConditionPreparer::qualifiedTokens(std::string_view text) {
+  char* to = makeRoom();
+  forEachToken(text, [&](std::string_view token) {
+    to = putQualified(to, token);
+    *to++ = ' ';
+  });
+  return textUpTo(to);
+}
+
+char* ConditionPreparer::makeRoom() {
+  if (text_.size() < longestText_) text_.resize(longestText_);
+  return text_.data();
+}
+
+std::string_view ConditionPreparer::textUpTo(const char* end) const {
+  return std::string_view(text_).substr(0, static_cast<std::size_t>(end - text_.data()));
 }
 
 }  // namespace consolidator

@@ -1,14 +1,17 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace consolidator {
 
 /// Whether a condition always holds and is dropped: exactly "(1'b1 == 1'b1)", byte for byte.
 bool isTriviallyTrue(std::string_view condition);
 
-/// Brings one condition, infix as the hardware description has it, into the form that debuggers
+/// Brings conditions, infix as the hardware description has them, into the form that debuggers
 /// expect: the operator first, names qualified by "$i/", for which they put an instance path.
 /// "(a == 1)" becomes "== 1 $i/a".
 ///
@@ -18,7 +21,36 @@ bool isTriviallyTrue(std::string_view condition);
 /// condition swaps its operands. A malformed text (an operator short of operands, or no operand at
 /// all) is returned with its names qualified, each token followed by a space.
 ///
-/// Takes time and memory linear in the text.
-std::string prepareConditionText(std::string_view condition);
+/// Takes time and memory linear in the text. The memory is kept from one condition to the next.
+class ConditionPreparer {
+ public:
+  /// Returns the prepared condition. The view holds until the next call.
+  std::string_view prepare(std::string_view condition);
+
+ private:
+  static constexpr std::uint32_t leaf = static_cast<std::uint32_t>(-1);
+
+  // An operand, or an operator with its operands. Reducing joins nodes instead of texts, so that a
+  // long chain of operators is not copied again for each of them.
+  struct Node {
+    std::string_view token;
+    std::uint32_t right = leaf;
+    std::uint32_t left = leaf;
+  };
+
+  bool readTokens(std::string_view text);
+  bool reduce();
+  std::uint32_t addNode(const Node& node);
+  std::string_view prefixForm();
+  std::string_view qualifiedTokens(std::string_view text);
+  char* makeRoom();
+  std::string_view textUpTo(const char* end) const;
+
+  std::vector<Node> nodes_;
+  std::vector<std::uint32_t> operands_;
+  std::string_view pendingOperator_;  // empty if there is none
+  std::size_t longestText_ = 0;       // that the tokens can give
+  std::string text_;
+};
 
 }  // namespace consolidator

@@ -6,8 +6,11 @@
 
 #include "model/ByteWriter.h"
 
+#include <bit>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,13 +27,6 @@ void writeSeparated(ByteWriter& out, List& items, WriteItem writeItem) {
     if (position > 0) out.write(", ");
     writeItem(item, position++);
   }
-}
-
-void writeQuoted(ByteWriter& out, std::string_view text, std::string_view suffix = {}) {
-  out.write("\"");
-  out.write(text);
-  out.write(suffix);
-  out.write("\"");
 }
 
 std::string_view typeText(KernelType type) {
@@ -59,13 +55,39 @@ std::string_view instanceSuffix(const VariableList& arguments) {
   return "/inst";
 }
 
-void writePair(ByteWriter& out, std::string_view open, BitLocation location,
-               std::string_view close) {
-  out.write(open);
-  out.writeDecimal(location.first);
-  out.write(", ");
-  out.writeDecimal(location.second);
-  out.write(close);
+// Writes a number in decimal; up to 10 bytes are overwritten. Computes all digits of a usual number
+// at once, as the bytes of one word: the lengths of locations are too random to branch on.
+char* putNumber(char* to, std::uint32_t number) {
+  constexpr std::uint32_t usual = 100'000'000;
+  if (number >= usual) return std::to_chars(to, to + 10, number).ptr;
+  const std::uint64_t fours = number / 10'000 | std::uint64_t{number % 10'000} << 32U;
+  const std::uint64_t hundreds = (fours * 10'486 >> 20U) & 0x0000'007F'0000'007FU;
+  const std::uint64_t twos = hundreds + ((fours - 100 * hundreds) << 16U);
+  const std::uint64_t tens = (twos * 103 >> 10U) & 0x000F'000F'000F'000FU;
+  const std::uint64_t digits = tens + ((twos - 10 * tens) << 8U);
+  const auto leadingZeros =
+      static_cast<std::uint32_t>(std::countr_zero(digits | std::uint64_t{1} << 56U)) / 8;
+  const std::uint64_t text = (digits + 0x3030'3030'3030'3030U) >> (8 * leadingZeros);
+  std::memcpy(to, &text, sizeof text);
+  return to + (sizeof text - leadingZeros);
+}
+
+// Locations are what most of a large document is made of.
+template <char open, char close>
+void writeLocations(ByteWriter& out, const std::vector<BitLocation>& locations) {
+  constexpr std::size_t longestPair = 32;
+  bool isFirst = true;
+  for (const BitLocation& location : locations) {
+    out.writeUpTo(longestPair, [&](char* to) {
+      if (!isFirst) to = putText(to, ", ");
+      *to++ = open;
+      *to++ = ' ';
+      to = putNumber(putText(putNumber(to, location.first), ", "), location.second);
+      *to++ = close;
+      return to;
+    });
+    isFirst = false;
+  }
 }
 
 void writeInstanceBits(ByteWriter& out, const std::vector<InstanceBits>& instanceBits) {
@@ -74,22 +96,14 @@ void writeInstanceBits(ByteWriter& out, const std::vector<InstanceBits>& instanc
     out.write("{ \"Instance\" : ");
     out.writeDecimal(instance);
     out.write(", \"Bits\" : [");
-    writeSeparated(out, bits, [&](BitLocation location, std::uint32_t) {
-      writePair(out, "{ ", location, "}");
-    });
+    writeLocations<'{', '}'>(out, bits);
     out.write("]}");
   });
   out.write("]");
 }
 
 void writeVariable(ByteWriter& out, const VariableRecord& variable) {
-  out.write("[ ");
-  writeQuoted(out, variable.name);
-  out.write(", ");
-  writeQuoted(out, variable.second);
-  out.write(", ");
-  writeQuoted(out, variable.cType);
-  out.write(", ");
+  out.write("[ \"", variable.name, "\", \"", variable.second, "\", \"", variable.cType, "\", ");
   out.writeDecimal(variable.bitWidth());
   if (!variable.instanceBits.empty()) writeInstanceBits(out, variable.instanceBits);
   out.write("]");
@@ -102,12 +116,8 @@ void writeVariables(ByteWriter& out, const VariableList& variables) {
 }
 
 void writeHardwareVariable(ByteWriter& out, const HardwareVariable& variable) {
-  out.write("{ \"RTLName\" : ");
-  writeQuoted(out, variable.rtlName);
-  out.write(", \"Logic Locations\" : [ ");
-  writeSeparated(out, variable.logicLocations, [&](LogicLocation location, std::uint32_t) {
-    writePair(out, "[ ", location, "]");
-  });
+  out.write("{ \"RTLName\" : \"", variable.rtlName, "\", \"Logic Locations\" : [ ");
+  writeLocations<'[', ']'>(out, variable.logicLocations);
   out.write("] } ");
 }
 
@@ -118,9 +128,7 @@ void writeConditionKind(ByteWriter& out, const BreakableCondition& condition) {
     case ConditionKind::Stop:
       return out.write("\"Stop\":true, ");
     case ConditionKind::SourceLine:
-      out.write("\"File\":");
-      writeQuoted(out, condition.file);
-      out.write(", \"Line\":");
+      out.write("\"File\":\"", condition.file, "\", \"Line\":");
       out.writeDecimal(condition.line);
       return out.write(", ");
     default:
@@ -131,20 +139,17 @@ void writeConditionKind(ByteWriter& out, const BreakableCondition& condition) {
 void writeCondition(ByteWriter& out, const BreakableCondition& condition) {
   out.write("{ ");
   writeConditionKind(out, condition);
-  out.write("\"Cond\":");
-  writeQuoted(out, condition.condition);
-  out.write("}");
+  out.write("\"Cond\":\"", condition.condition, "\"}");
 }
 
 }  // namespace
 
 void KernelRecord::writeJson(ByteWriter& out) const {
-  out.write("{ \"Name\" : ");
-  writeQuoted(out, name);
-  out.write(", \"Instance Paths\" : [ ");
+  out.write("{ \"Name\" : \"", name, "\", \"Instance Paths\" : [ ");
   const std::string_view suffix = instanceSuffix(arguments);
-  writeSeparated(out, instancePaths,
-                 [&](const std::string& path, std::uint32_t) { writeQuoted(out, path, suffix); });
+  writeSeparated(out, instancePaths, [&](const std::string& path, std::uint32_t) {
+    out.write("\"", path, suffix, "\"");
+  });
   out.write(" ], \"Type\" : ");
   out.write(typeText(type));
   out.write(", \"Arguments\" : [ ");
@@ -163,7 +168,7 @@ void KernelRecord::writeJson(ByteWriter& out) const {
   if (!brams.empty()) {
     out.write("], \"BRAMs\" : [ ");
     writeSeparated(out, brams,
-                   [&](const std::string& bram, std::uint32_t) { writeQuoted(out, bram); });
+                   [&](const std::string& bram, std::uint32_t) { out.write("\"", bram, "\""); });
   }
   out.write("] }");
 }

@@ -1,6 +1,7 @@
 #include "model/KernelMerge.h"
 
 #include <string>
+#include <utility>
 
 namespace consolidator {
 
@@ -27,12 +28,25 @@ void mergeInto(KernelRecord& known, const KernelRecord& incoming) {
 
 }  // namespace
 
-void mergeKernel(KernelList& kernels, const KernelRecord& incoming) {
+void mergeKernel(KernelList& kernels, KernelRecord incoming) {
   if (KernelRecord* known = kernels.find(incoming.name)) {
     mergeInto(*known, incoming);
   } else {
-    kernels.append(incoming);
+    kernels.append(std::move(incoming));
   }
+}
+
+void mergeKernels(KernelList& kernels, std::vector<KernelRecord>&& incoming) {
+  if (kernels.empty()) {
+    // The usual first input of a new file, and often a large one: taken as a whole.
+    KernelList taken(std::move(incoming));
+    if (taken.hasDistinctKeys()) {
+      kernels = std::move(taken);
+      return;
+    }
+    incoming = taken.takeItems();
+  }
+  for (KernelRecord& record : incoming) mergeKernel(kernels, std::move(record));
 }
 
 }  // namespace consolidator

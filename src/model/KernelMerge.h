@@ -13,6 +13,9 @@ namespace consolidator {
 ///   through the record that first created it;
 /// - hardware variables whose names it lacks, locations included; those of one it has are ignored;
 /// - no BRAMs: these, too, come only from the record that first created the kernel.
-void mergeKernel(KernelList& kernels, const KernelRecord& incoming);
+void mergeKernel(KernelList& kernels, KernelRecord incoming);
+
+/// Merges records one after the other in their order.
+void mergeKernels(KernelList& kernels, std::vector<KernelRecord>&& incoming);
 
 }  // namespace consolidator

@@ -1,6 +1,6 @@
 #include "model/KernelRecord.h"
 
-#include "model/ConditionText.h"
+#include "model/ConditionPreparer.h"
 
 #include <algorithm>
 
@@ -61,8 +61,9 @@ void KernelRecord::prepareBreakableConditions() {
     std::erase_if(conditions, [](const BreakableCondition& condition) {
       return isTriviallyTrue(condition.condition);
     });
+    ConditionPreparer preparer;
     for (BreakableCondition& condition : conditions) {
-      condition.condition = prepareConditionText(condition.condition);
+      condition.condition = preparer.prepare(condition.condition);
     }
   });
 }

@@ -67,7 +67,7 @@ struct KernelRecord {
   void addBRAM(std::string_view bramName);
 
   /// Removes trivially true conditions and rewrites the others in prefix form with qualified
-  /// names. A second call swaps the operands back, see prepareConditionText().
+  /// names. A second call swaps the operands back, see ConditionPreparer.
   void prepareBreakableConditions();
 
   /// Appends the binary form: the fields in the order in which they stand here, each list as a

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -25,6 +26,24 @@ class KeyedList {
   using value_type = T;
   using const_iterator = typename std::vector<T>::const_iterator;
 
+  KeyedList() = default;
+
+  explicit KeyedList(std::vector<T>&& items) : items_(std::move(items)) {}
+
+  // Copies do not pay for an index before they are searched.
+  KeyedList(const KeyedList& other) : items_(other.items_) {}
+
+  KeyedList(KeyedList&& other) noexcept = default;
+
+  KeyedList& operator=(const KeyedList& other) {
+    if (this != &other) *this = KeyedList(other);
+    return *this;
+  }
+
+  KeyedList& operator=(KeyedList&& other) noexcept = default;
+
+  ~KeyedList() = default;
+
   bool empty() const { return items_.empty(); }
 
   std::size_t size() const { return items_.size(); }
@@ -43,14 +62,14 @@ class KeyedList {
 
   void clear() {
     items_.clear();
-    index_.clear();
+    index_.reset();
   }
 
   /// Appends an element, whether its key is present or not, and returns it. The caller must not
   /// change its key through the reference.
   T& append(T item) {
     items_.push_back(std::move(item));
-    if (!index_.empty()) addToIndex(items_.size() - 1);
+    if (index_) addToIndex(items_.size() - 1);
     return items_.back();
   }
 
@@ -60,13 +79,30 @@ class KeyedList {
     return position == PositionIndex::none ? nullptr : &items_[position];
   }
 
+  /// Whether no two elements have the same key.
+  bool hasDistinctKeys() {
+    auto index = std::make_unique<PositionIndex>(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      const Key& key = KeyOf{}(items_[i]);
+      if (index->findOrAdd(KeyOf::hash(key), i, keyIs(key)) != i) return false;
+    }
+    if (items_.size() >= indexedFrom) index_ = std::move(index);
+    return true;
+  }
+
   bool contains(const Key& key) { return positionOf(key) != PositionIndex::none; }
 
   /// Lets `change` rewrite the whole list (a `std::vector<T>&`), keys included.
   template <typename Change>
   void edit(Change change) {
-    index_.clear();
+    index_.reset();
     change(items_);
+  }
+
+  /// Gives the elements up; the list is empty then.
+  std::vector<T> takeItems() {
+    index_.reset();
+    return std::exchange(items_, {});
   }
 
   friend bool operator==(const KeyedList& a, const KeyedList& b) { return a.items_ == b.items_; }
@@ -81,19 +117,23 @@ class KeyedList {
       }
       return PositionIndex::none;
     }
-    if (index_.empty()) {
+    if (!index_) {
+      index_ = std::make_unique<PositionIndex>();
       for (std::size_t i = 0; i < items_.size(); ++i) addToIndex(i);
     }
-    return index_.find(KeyOf::hash(key),
-                       [&](std::size_t position) { return KeyOf{}(items_[position]) == key; });
+    return index_->find(KeyOf::hash(key), keyIs(key));
+  }
+
+  auto keyIs(const Key& key) const {
+    return [this, &key](std::size_t position) { return KeyOf{}(items_[position]) == key; };
   }
 
   void addToIndex(std::size_t position) {
-    index_.add(KeyOf::hash(KeyOf{}(items_[position])), position);
+    index_->add(KeyOf::hash(KeyOf{}(items_[position])), position);
   }
 
   std::vector<T> items_;
-  PositionIndex index_;
+  std::unique_ptr<PositionIndex> index_;  // most lists are too short to need one
 };
 
 /// Hash of a text key, for the `KeyOf` of lists that are searched by one text.

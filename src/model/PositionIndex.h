@@ -1,8 +1,8 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace consolidator {
@@ -12,38 +12,28 @@ namespace consolidator {
 /// that a probe touches the list only where the hashes agree.
 ///
 /// Positions must be added in increasing order; of several equal keys the one added first is found.
-///
-/// The copy of an index is empty, so that copies of lists do not pay for an index before they are
-/// searched.
 class PositionIndex {
  public:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
   PositionIndex() = default;
 
-  PositionIndex(const PositionIndex& /*other*/) {}
+  /// Makes room for so many positions.
+  explicit PositionIndex(std::size_t count) : slots_(std::bit_ceil(2 * (count + 1))) {}
 
-  PositionIndex(PositionIndex&& other) noexcept
-      : slots_(std::move(other.slots_)), count_(std::exchange(other.count_, 0)) {}
-
-  PositionIndex& operator=(const PositionIndex& /*other*/) {
-    clear();
-    return *this;
-  }
-
-  PositionIndex& operator=(PositionIndex&& other) noexcept {
-    slots_ = std::move(other.slots_);
-    count_ = std::exchange(other.count_, 0);
-    return *this;
-  }
-
-  ~PositionIndex() = default;
-
-  bool empty() const { return count_ == 0; }
-
-  void clear() {
-    slots_.clear();
-    count_ = 0;
+  /// Returns the first position added under `hash` for which `isMatch(position)` holds; else adds
+  /// this one and returns it.
+  template <typename Predicate>
+  std::size_t findOrAdd(std::size_t hash, std::size_t position, Predicate isMatch) {
+    if (2 * (count_ + 1) > slots_.size()) grow();
+    const auto wanted = static_cast<std::uint32_t>(hash);
+    std::size_t i = wanted & mask();
+    for (; slots_[i].position != unused; i = (i + 1) & mask()) {
+      if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
+    }
+    slots_[i] = {wanted, static_cast<std::uint32_t>(position)};
+    ++count_;
+    return position;
   }
 
   /// Adds a position (below 2^32 - 1) under the hash of its key.

@@ -12,9 +12,7 @@ std::uint32_t VariableRecord::bitWidth() const {
 }
 
 void VariableRecord::writeBinary(ByteWriter& out) const {
-  out.writeText(name);
-  out.writeText(second);
-  out.writeText(cType);
+  out.writeText(name, second, cType);
   out.writeU32(static_cast<std::uint32_t>(instanceBits.size()));
   for (const InstanceBits& bits : instanceBits) writeLocations(out, bits);
 }

@@ -1,4 +1,4 @@
-#include "model/ConditionText.h"
+#include "model/ConditionPreparer.h"
 #include "model/TwoStackConditionText.h"
 
 #include <gtest/gtest.h>
@@ -59,26 +59,26 @@ class ConditionGenerator {
   std::mt19937 random_;
 };
 
-TEST(ConditionTextProperty, AgreesWithTwoStacksOnExpressions) {
+TEST(ConditionPreparerProperty, AgreesWithTwoStacksOnExpressions) {
   ConditionGenerator generator(20240103);
   for (int i = 0; i < 100'000; ++i) {
     const std::string text = generator.expression();
-    ASSERT_EQ(prepareConditionText(text), prepareWithTwoStacks(text))
+    ASSERT_EQ(ConditionPreparer().prepare(text), prepareWithTwoStacks(text))
         << testing::PrintToString(text);
   }
 }
 
-TEST(ConditionTextProperty, AgreesWithTwoStacksOnNoise) {
+TEST(ConditionPreparerProperty, AgreesWithTwoStacksOnNoise) {
   ConditionGenerator generator(20240104);
   for (int i = 0; i < 100'000; ++i) {
     const std::string text = generator.noise();
-    ASSERT_EQ(prepareConditionText(text), prepareWithTwoStacks(text))
+    ASSERT_EQ(ConditionPreparer().prepare(text), prepareWithTwoStacks(text))
         << testing::PrintToString(text);
   }
 }
 
 // The expressions must reach both outcomes often, or the comparison says little.
-TEST(ConditionTextProperty, GeneratesWellFormedAndMalformedExpressions) {
+TEST(ConditionPreparerProperty, GeneratesWellFormedAndMalformedExpressions) {
   ConditionGenerator generator(20240103);
   int malformed = 0;
   for (int i = 0; i < 10'000; ++i) {

@@ -1,5 +1,5 @@
 #include "model/AllocationGauge.h"
-#include "model/ConditionText.h"
+#include "model/ConditionPreparer.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ std::string claimOf(const testing::TestParamInfo<Preparation>& test) { return te
 class ConditionTexts : public testing::TestWithParam<Preparation> {};
 
 TEST_P(ConditionTexts, ArePrepared) {
-  EXPECT_EQ(prepareConditionText(GetParam().before), GetParam().after);
+  EXPECT_EQ(ConditionPreparer().prepare(GetParam().before), GetParam().after);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -128,7 +128,7 @@ TEST_P(ConditionChains, TakeLinearTimeAndMemory) {
   ASSERT_GE(chain.before.size(), 1'000'000U);
   const AllocationGauge gauge;
   const std::clock_t start = std::clock();
-  const std::string prepared = prepareConditionText(chain.before);
+  const std::string prepared(ConditionPreparer().prepare(chain.before));
   const auto ticks = std::clock() - start;
   // Compared without printing megabytes.
   EXPECT_TRUE(prepared == chain.after) << prepared.substr(0, 200);

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace consolidator {
@@ -218,6 +219,28 @@ TEST(KernelMerge, MergesARecordOfTheListItself) {
   KernelRecord expected = fullKernel();
   expected.addInstancePath("later");
   EXPECT_EQ(describeAll(list), describe(expected) + describe(later));
+}
+
+TEST(KernelMerge, OfManyRecordsIsThatOfOneAfterTheOther) {
+  RandomKernels kernels(20240108);
+  for (int round = 0; round < 400; ++round) {
+    KernelList list;
+    std::vector<KernelRecord> incoming;
+    for (std::size_t left = kernels.below(3); left > 0; --left) list.append(kernels.next(5));
+    for (std::size_t left = kernels.below(40); left > 0; --left)
+      incoming.push_back(kernels.next(5));
+    KernelList expected = list;
+    for (const KernelRecord& record : incoming) mergeKernel(expected, record);
+    mergeKernels(list, std::move(incoming));
+    ASSERT_EQ(describeAll(list), describeAll(expected)) << "round " << round;
+  }
+}
+
+TEST(KernelMerge, OfDistinctRecordsIntoAnEmptyListTakesThemAsTheyAre) {
+  const std::vector<KernelRecord> incoming{fullKernel(), named("a"), named("")};
+  KernelList list;
+  mergeKernels(list, std::vector<KernelRecord>(incoming));
+  EXPECT_EQ(describeAll(list), describeAll(listOf(incoming)));
 }
 
 TEST(KernelMerge, AgreesWithLinearSearches) {

@@ -107,8 +107,26 @@ TEST(KeyedList, ComparesKeysExactly) {
   EXPECT_TRUE(list.contains(std::string("a\0b", 3)));
 }
 
+TEST(KeyedList, GivesItsElementsUp) {
+  KeyedList<Item, ItemKey> list = listOf(40);
+  EXPECT_TRUE(list.contains(keyOf(39)));
+  EXPECT_EQ(list.takeItems(), contents(listOf(40)));
+  EXPECT_TRUE(list.empty());
+  EXPECT_FALSE(list.contains(keyOf(39)));
+}
+
 // Around the size from which searches go through the index.
 class KeyedListSizes : public testing::TestWithParam<int> {};
+
+TEST_P(KeyedListSizes, KnowWhetherKeysAreDistinct) {
+  KeyedList<Item, ItemKey> list(contents(listOf(GetParam())));
+  EXPECT_TRUE(list.hasDistinctKeys());
+  list.append({"twice", 1});
+  EXPECT_TRUE(list.hasDistinctKeys());
+  list.append({"twice", 2});
+  EXPECT_FALSE(list.hasDistinctKeys());
+  EXPECT_EQ(list.find("twice")->mark, 1) << "the first is found";
+}
 
 TEST_P(KeyedListSizes, FindsEveryElementAndNothingElse) {
   KeyedList<Item, ItemKey> list = listOf(GetParam());

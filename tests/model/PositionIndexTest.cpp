@@ -30,14 +30,12 @@ std::vector<std::size_t> countUpTo(std::size_t end) {
 
 TEST(PositionIndex, FindsNothingWhenEmpty) {
   const PositionIndex index;
-  EXPECT_TRUE(index.empty());
   EXPECT_EQ(index.find(0, always), PositionIndex::none);
 }
 
 TEST(PositionIndex, FindsAPositionUnderItsHashOnly) {
   PositionIndex index;
   index.add(7, 0);
-  EXPECT_FALSE(index.empty());
   EXPECT_EQ(index.find(7, always), 0U);
   EXPECT_EQ(index.find(7 + 32, always), PositionIndex::none);
   EXPECT_EQ(index.find(8, always), PositionIndex::none);
@@ -52,14 +50,20 @@ TEST(PositionIndex, AsksForAMatchWhereHashesAgree) {
   EXPECT_EQ(index.find(7, [](std::size_t) { return false; }), PositionIndex::none);
 }
 
-TEST(PositionIndex, ForgetsAllWhenCleared) {
-  PositionIndex index;
-  index.add(7, 0);
-  index.clear();
-  EXPECT_TRUE(index.empty());
-  EXPECT_EQ(index.find(7, always), PositionIndex::none);
-  index.add(9, 0);
-  EXPECT_EQ(index.find(9, always), 0U);
+TEST(PositionIndex, FindsOrAdds) {
+  PositionIndex index(3);
+  EXPECT_EQ(index.findOrAdd(7, 0, always), 0U) << "added";
+  EXPECT_EQ(index.findOrAdd(7, 1, [](std::size_t) { return false; }), 1U) << "another key";
+  EXPECT_EQ(index.findOrAdd(7, 2, always), 0U) << "found";
+  EXPECT_EQ(visited(index, 7), countUpTo(2));
+  EXPECT_EQ(index.findOrAdd(8, 2, always), 2U);
+  EXPECT_EQ(index.find(8, always), 2U);
+}
+
+TEST(PositionIndex, GrowsBeyondTheRoomThatWasMade) {
+  PositionIndex index(1);
+  for (std::size_t i = 0; i < 300; ++i) ASSERT_EQ(index.findOrAdd(i, i, always), i);
+  for (std::size_t i = 0; i < 300; ++i) ASSERT_EQ(index.findOrAdd(i, 300, always), i);
 }
 
 TEST(PositionIndex, UsesTheLow32BitsOfAHash) {

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+namespace consolidator {
+
+/// Copies a text to a place that has room for it and returns the place behind it. Most texts of the
+/// model are so short that a call of memcpy takes longer than two loads that may overlap.
+inline char* putText(char* to, std::string_view text) {
+  const char* const from = text.data();
+  const std::size_t size = text.size();
+  const auto putEnds = [&]<std::size_t half>() {
+    struct Half {
+      char bytes[half];  // NOLINT(*-avoid-c-arrays): copied as one value
+    } head, tail;
+    std::memcpy(&head, from, half);
+    std::memcpy(&tail, from + size - half, half);
+    std::memcpy(to, &head, half);
+    std::memcpy(to + size - half, &tail, half);
+  };
+  if (size > 32) {
+    std::memcpy(to, from, size);
+  } else if (size >= 16) {
+    putEnds.template operator()<16>();
+  } else if (size >= 8) {
+    putEnds.template operator()<8>();
+  } else if (size >= 4) {
+    putEnds.template operator()<4>();
+  } else if (size > 0) {
+    to[0] = from[0];
+    to[size / 2] = from[size / 2];
+    to[size - 1] = from[size - 1];
+  }
+  return to + size;
+}
+
+}  // namespace consolidator
