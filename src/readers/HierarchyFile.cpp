@@ -2,7 +2,6 @@
 
 #include <iostream>
 #include <string>
-#include <utility>
 
 namespace consolidator {
 
@@ -19,8 +18,14 @@ KernelType kernelType(std::string_view word) {
 }  // namespace
 
 bool HierarchyFile::parse() {
-  KernelRecord kernel;
-  bool anyKernel = false;
+  // The working record; it stays the last of the list while words are read.
+  kernels_.emplace_back();
+  const bool accepted = readWords();
+  if (!accepted || !anyKernel_) kernels_.pop_back();
+  return accepted;
+}
+
+bool HierarchyFile::readWords() {
   while (stream_.good()) {
     const std::string_view word = buffer_.readWord();
     if (word.empty()) break;
@@ -29,15 +34,13 @@ bool HierarchyFile::parse() {
     } else if (word == "version:") {
       if (!readVersion()) return false;
     } else if (word == "instance") {
-      if (!readInstancePath(kernel)) return false;
+      if (!readInstancePath()) return false;
     } else if (word == "type:") {
-      kernel.type = kernelType(buffer_.readWord());
+      kernels_.back().type = kernelType(buffer_.readWord());
     } else {
-      startKernel(kernel, word);
-      anyKernel = true;
+      startKernel(word);
     }
   }
-  if (anyKernel) kernels_.push_back(std::move(kernel));
   return true;
 }
 
@@ -51,23 +54,21 @@ bool HierarchyFile::readVersion() {
   return false;
 }
 
-bool HierarchyFile::readInstancePath(KernelRecord& kernel) {
+bool HierarchyFile::readInstancePath() {
   if (buffer_.readWord() != "path:") {
     std::cerr << "Parse error" << std::endl;
     return false;
   }
-  kernel.addInstancePath(buffer_.readWord());
+  kernels_.back().addInstancePath(buffer_.readWord());
   return true;
 }
 
 // A kernel without a name is not stored when the next one starts: what it holds so far goes over to
 // the next one, deliberately.
-void HierarchyFile::startKernel(KernelRecord& kernel, std::string_view header) {
-  if (!kernel.name.empty()) {
-    kernels_.push_back(std::move(kernel));
-    kernel = KernelRecord();
-  }
-  kernel.name = header.substr(0, header.size() - 1);
+void HierarchyFile::startKernel(std::string_view header) {
+  if (!kernels_.back().name.empty()) kernels_.emplace_back();
+  kernels_.back().name = header.substr(0, header.size() - 1);
+  anyKernel_ = true;
 }
 
 }  // namespace consolidator

@@ -30,9 +30,12 @@ class HierarchyFile : public InputFile {
   bool parse() override;
 
  private:
+  bool readWords();
   bool readVersion();
-  bool readInstancePath(KernelRecord& kernel);
-  void startKernel(KernelRecord& kernel, std::string_view header);
+  bool readInstancePath();
+  void startKernel(std::string_view header);
+
+  bool anyKernel_ = false;  // whether a kernel was started
 };
 
 }  // namespace consolidator

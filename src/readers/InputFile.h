@@ -5,6 +5,7 @@
 
 #include <istream>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace consolidator {
@@ -33,6 +34,9 @@ class InputFile {
 
   /// The records that came out of the input, in its order.
   const std::vector<KernelRecord>& kernels() const { return kernels_; }
+
+  /// Hands the records over; the reader is left without any.
+  std::vector<KernelRecord> takeKernels() { return std::exchange(kernels_, {}); }
 
   /// The version number that the input states; -1 when it states none.
   float version() const { return version_; }
