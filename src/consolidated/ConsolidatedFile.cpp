@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <iostream>
 #include <limits>
-#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -23,25 +22,33 @@ bool seekToSection(std::FILE* stream, std::uint64_t offset) {
   return std::fseek(stream, static_cast<std::int32_t>(offset), SEEK_SET) == 0;
 }
 
+// Copies bytes from one position to the other, a few at a time: they stay in the processor's cache
+// in between, and a section of any size takes no memory. Returns how many there were to copy.
+std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size) {
+  constexpr std::size_t blockSize = std::size_t{256} * 1024;
+  const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
+  std::uint32_t copied = 0;
+  while (copied < size) {
+    const std::size_t wanted = std::min<std::size_t>(blockSize, size - copied);
+    const std::size_t got = std::fread(block.get(), 1, wanted, from);
+    std::fwrite(block.get(), 1, got, to);
+    copied += static_cast<std::uint32_t>(got);
+    if (got < wanted) break;
+  }
+  return copied;
+}
+
+// Pseudo files may hold less than their size says.
+bool holdsByteAt(std::FILE* stream, std::uint64_t position) {
+  return fseeko(stream, static_cast<off_t>(position), SEEK_SET) == 0 && std::fgetc(stream) != EOF;
+}
+
 // Reads a block of bytes; none when fewer are left, which is found without asking for memory.
 std::optional<ByteBlock> readBlock(ByteReader in, std::uint64_t size) {
   if (in.remaining() < size) return std::nullopt;
   ByteBlock block(size);
   if (!in.readBytes(block.data(), block.size())) return std::nullopt;
   return block;
-}
-
-// Copies bytes from one position to the other, a few at a time: they stay in the processor's cache
-// in between, and a section of any size takes no memory.
-void copyBytes(std::FILE* from, std::FILE* to, std::uint64_t size) {
-  constexpr std::size_t blockSize = std::size_t{256} * 1024;
-  const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
-  while (size > 0) {
-    const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(blockSize, size));
-    const std::size_t got = std::fread(block.get(), 1, wanted, from);
-    if (std::fwrite(block.get(), 1, got, to) < wanted) return;
-    size -= got;
-  }
 }
 
 void writeBytes(std::FILE* stream, std::string_view bytes) {
@@ -151,12 +158,11 @@ void ConsolidatedFile::setProject(const std::string& name) {
 void ConsolidatedFile::addDwarf(const std::string& path) {
   constexpr std::uint64_t largestSize = std::numeric_limits<std::int32_t>::max();
   if (hasSection(SectionKind::Dwarf)) return;
-  const StdioFile in = openStdioFile(path, "r");
-  ByteReader reader(in.get());
-  const std::uint64_t size = reader.remaining();
-  if (size == 0 || size > largestSize) return;
-  dwarf_ = readBlock(std::move(reader), size);
-  if (dwarf_) table_.push_back({SectionKind::Dwarf, 0, static_cast<std::uint32_t>(size)});
+  StdioFile in = openStdioFile(path, "r");
+  const std::uint64_t size = ByteReader(in.get()).remaining();
+  if (size == 0 || size > largestSize || !holdsByteAt(in.get(), size - 1)) return;
+  dwarfFile_ = std::move(in);
+  table_.push_back({SectionKind::Dwarf, 0, static_cast<std::uint32_t>(size)});
 }
 
 void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath) {
@@ -164,14 +170,13 @@ void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath)
   const StdioFile out = openStdioFile(outPath, "w");
   const SectionEntry* entry = findSection(kind);
   if (!out || entry == nullptr || !seekToSection(stream_.get(), entry->offset)) return;
-  if (ByteReader(stream_.get()).remaining() >= entry->size) {
-    copyBytes(stream_.get(), out.get(), entry->size);
-  }
+  if (ByteReader(stream_.get()).remaining() < entry->size) return;
+  copyBytes(stream_.get(), out.get(), entry->size);
 }
 
 void ConsolidatedFile::addInput(InputFile& reader) {
   if (reader.isValid() && !reader.parse()) return;
-  for (const KernelRecord& kernel : reader.kernels()) mergeKernel(kernels_, kernel);
+  mergeKernels(kernels_, reader.takeKernels());
 }
 
 void ConsolidatedFile::addHierarchy(const std::string& path) {
@@ -222,7 +227,7 @@ void ConsolidatedFile::writeSection(SectionEntry& entry) {
       entry.size = writeProjectName();
       break;
     case SectionKind::Dwarf:
-      writeDwarf(entry.size);
+      writeDwarf(entry);
       break;
     case SectionKind::KernelRecords:
       entry.size = writeKernelRecords();
@@ -235,10 +240,16 @@ void ConsolidatedFile::writeSection(SectionEntry& entry) {
   }
 }
 
-// A foreign file may hold several entries of other sizes than that of the bytes held.
-void ConsolidatedFile::writeDwarf(std::uint32_t size) {
-  if (!dwarf_) return;
-  writeBytes(stream_.get(), dwarf_->view().substr(0, size));
+// The size stays as it was recorded, however much the stream takes; only a DWARF file that shrank
+// since then gives less. A foreign file may hold several entries of other sizes than that of the
+// bytes held.
+void ConsolidatedFile::writeDwarf(SectionEntry& entry) {
+  if (dwarfFile_) {
+    if (std::fseek(dwarfFile_.get(), 0, SEEK_SET) != 0) return;
+    entry.size = copyBytes(dwarfFile_.get(), stream_.get(), entry.size);
+  } else if (dwarf_) {
+    writeBytes(stream_.get(), dwarf_->view().substr(0, entry.size));
+  }
 }
 
 std::uint32_t ConsolidatedFile::writeProjectName() {

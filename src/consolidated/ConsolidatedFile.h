@@ -52,8 +52,9 @@ class ConsolidatedFile {
   /// all of them are written with this name. An empty name changes nothing.
   void setProject(const std::string& name);
 
-  /// Takes in the DWARF file at `path` unless a DWARF section is present. A file that cannot be
-  /// read, is empty, or has 2 GiB or more adds nothing.
+  /// Adds the DWARF file at `path` unless a DWARF section is present. A file that cannot be read,
+  /// is empty, or has 2 GiB or more adds nothing. The file is held open and copied by save(), since
+  /// it may be large: holding its bytes in memory would double the time that it takes.
   void addDwarf(const std::string& path);
 
   /// Writes the stored bytes of the first section of that kind to the file at `outPath`, which is
@@ -85,6 +86,9 @@ class ConsolidatedFile {
   /// Writes the whole file: the sections first, then header and table at the start.
   void save();
 
+  /// Closes the stream; what is held stays.
+  void closeStream() { stream_.reset(); }
+
   /// Closes the stream and frees what is held.
   void close();
 
@@ -101,7 +105,7 @@ class ConsolidatedFile {
   bool readKernelRecords(ByteReader in);
   bool hasSection(SectionKind kind) const;
   const SectionEntry* findSection(SectionKind kind) const;
-  void writeDwarf(std::uint32_t size);
+  void writeDwarf(SectionEntry& entry);
   std::uint32_t writeProjectName();
   std::uint32_t writeKernelRecords();
   std::uint32_t writeJson();
@@ -110,7 +114,8 @@ class ConsolidatedFile {
   FileHeader header_;
   std::vector<SectionEntry> table_;
   std::string projectName_;
-  std::optional<ByteBlock> dwarf_;
+  std::optional<ByteBlock> dwarf_;  // as the file held it when it was read
+  StdioFile dwarfFile_;             // copied from when the file is saved
   KernelList kernels_;
 };
 

@@ -51,7 +51,7 @@ void addInputs(ConsolidatedFile& file, const ConsolidatorOptions& options) {
 
 }  // namespace
 
-int runConsolidation(int argc, const char* const* argv) {
+int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file) {
   const ConsolidatorOptions options(argc, argv);
   if (!options.validate() || options.help()) {
     options.printUsage();
@@ -62,7 +62,6 @@ int runConsolidation(int argc, const char* const* argv) {
     return EXIT_SUCCESS;
   }
 
-  ConsolidatedFile file;
   file.openOrCreate(options.consolidatedFilePath(), options.create(), options.dumpRequested());
   if (!file.isOpen()) {
     std::cerr << "Unable to open " << options.consolidatedFilePath() << std::endl;
@@ -79,7 +78,7 @@ int runConsolidation(int argc, const char* const* argv) {
     addInputs(file, options);
     file.save();
   }
-  file.close();
+  file.closeStream();
   return EXIT_SUCCESS;
 }
 

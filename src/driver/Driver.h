@@ -2,10 +2,14 @@
 
 namespace consolidator {
 
+class ConsolidatedFile;
+
 /// One consolidation from start to end: opens the consolidated file, checks it, then either dumps
 /// a section or reads the inputs and saves. Returns the exit status: 1 when the file cannot be
 /// opened, belongs to another project or has too new a version, 0 otherwise. An error on the
 /// command line ends the process, see ConsolidatorOptions.
-int runConsolidation(int argc, const char* const* argv);
+///
+/// Works on `file`, whose stream is closed at the end; what it holds is left to the caller.
+int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file);
 
 }  // namespace consolidator

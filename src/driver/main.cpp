@@ -1,4 +1,6 @@
+#include "consolidated/ConsolidatedFile.h"
 #include "driver/Driver.h"
+#include "driver/ProcessHeap.h"
 
 #include <cstdlib>
 #include <exception>
@@ -6,8 +8,13 @@
 #include <new>
 
 int main(int argc, char** argv) {
+  consolidator::prepareProcessHeap();
   try {
-    return consolidator::runConsolidation(argc, argv);
+    consolidator::ConsolidatedFile file;
+    const int status = consolidator::runConsolidation(argc, argv, file);
+    // Ends the process with the model in place: freeing millions of texts one by one would take as
+    // long as reading them.
+    std::exit(status);
   } catch (const std::bad_alloc&) {
     std::cerr << "Error: out of memory" << std::endl;
   } catch (const std::exception& error) {

@@ -31,9 +31,7 @@ std::string fullRecords() {
 
 std::string fullContainer() {
   return container({{SectionKind::ProjectName, "proj"},
-                    {SectionKind::Dwarf,
-                     "\x7F"
-                     "ELF with more"},
+                    {SectionKind::Dwarf, "\177ELF with more"},
                     {SectionKind::Json, "as it was rendered"},
                     {SectionKind::KernelRecords, fullRecords()},
                     {SectionKind::ProjectName, "name"}});

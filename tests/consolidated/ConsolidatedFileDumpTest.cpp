@@ -1,6 +1,4 @@
-#include "consolidated/ConsolidatedFile.h"
-#include "consolidated/Samples.h"
-#include "support/TemporaryFolder.h"
+#include "consolidated/ConsolidatedFileFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -9,19 +7,16 @@
 namespace consolidator {
 namespace {
 
-class ConsolidatedFileDumpTest : public testing::Test {
+class ConsolidatedFileDumpTest : public ConsolidatedFileFixture {
  protected:
   // What a dump of the section leaves in a file that held something before.
   std::string dumped(std::string_view bytes, SectionKind kind) {
     const std::string out = folder_.write("dump", "held before");
-    file_.openOrCreate(folder_.write("file", bytes), false, true);
+    openForDump(bytes);
     file_.dumpSection(kind, out);
     file_.close();
     return folder_.read("dump");
   }
-
-  TemporaryFolder folder_;
-  ConsolidatedFile file_;
 };
 
 const std::string dwarfBytes("DWARF\0with a zero byte", 22);
@@ -45,7 +40,7 @@ TEST_F(ConsolidatedFileDumpTest, EveryKindIsCopiedAsStored) {
 }
 
 TEST_F(ConsolidatedFileDumpTest, NamedDumpsAreThoseOfTheirKinds) {
-  file_.openOrCreate(folder_.write("file", full), false, true);
+  openForDump(full);
   file_.dumpDwarf(folder_.path("dwarf"));
   file_.dumpJson(folder_.path("json"));
   EXPECT_EQ(folder_.read("dwarf"), dwarfBytes);
@@ -100,9 +95,8 @@ TEST_F(ConsolidatedFileDumpTest, KeepsTheConsolidatedFile) {
 }
 
 TEST_F(ConsolidatedFileDumpTest, OntoTheConsolidatedFileItselfLeavesItEmpty) {
-  const std::string path = folder_.write("file", full);
-  file_.openOrCreate(path, false, true);
-  file_.dumpJson(path);
+  openForDump(full);
+  file_.dumpJson(path_);
   EXPECT_EQ(folder_.read("file"), "");
 }
 
@@ -113,7 +107,7 @@ TEST_F(ConsolidatedFileDumpTest, WithoutStreamNoOutputIsMade) {
 }
 
 TEST_F(ConsolidatedFileDumpTest, AnOutputThatCannotBeOpenedIsPassedOver) {
-  file_.openOrCreate(folder_.write("file", full), false, true);
+  openForDump(full);
   file_.dumpJson(folder_.path("no/such/folder"));
   file_.dumpJson(folder_.path("dump"));
   EXPECT_EQ(folder_.read("dump"), vaddJson());

@@ -1,7 +1,5 @@
-#include "consolidated/ConsolidatedFile.h"
-#include "consolidated/Samples.h"
+#include "consolidated/ConsolidatedFileFixture.h"
 #include "support/PiecewisePipe.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,28 +10,12 @@
 namespace consolidator {
 namespace {
 
-using Table = std::vector<SectionEntry>;
-
-class ConsolidatedFileDwarfTest : public testing::Test {
- protected:
-  void open(std::string_view bytes = {}) {
-    file_.openOrCreate(folder_.write("file", bytes), false, false);
-  }
-
-  std::string saved() {
-    file_.save();
-    file_.close();
-    return folder_.read("file");
-  }
-
-  TemporaryFolder folder_;
-  ConsolidatedFile file_;
-};
+using ConsolidatedFileDwarfTest = ConsolidatedFileFixture;
 
 TEST_F(ConsolidatedFileDwarfTest, IsCopiedByteForByte) {
   std::string dwarf;
   for (int i = 0; i < 3 * 256; ++i) dwarf += static_cast<char>(i);
-  open();
+  open("");
   file_.addDwarf(folder_.write("dwarf", dwarf));
   EXPECT_EQ(file_.table(), (Table{{SectionKind::Dwarf, 0, 768}}));
   EXPECT_EQ(saved(), container({{SectionKind::Dwarf, dwarf}, {SectionKind::Json, emptyJson()}}));
@@ -42,14 +24,14 @@ TEST_F(ConsolidatedFileDwarfTest, IsCopiedByteForByte) {
 TEST_F(ConsolidatedFileDwarfTest, IsCopiedWholeAboveTheSizeOfAHugePage) {
   std::string dwarf(std::size_t{5} * 1024 * 1024 + 7, '\0');
   for (std::size_t i = 0; i < dwarf.size(); ++i) dwarf[i] = static_cast<char>(i * i >> 7U);
-  open();
+  open("");
   file_.addDwarf(folder_.write("dwarf", dwarf));
   EXPECT_TRUE(saved() == container({{SectionKind::Dwarf, dwarf}, {SectionKind::Json, emptyJson()}}))
       << "the DWARF section differs from the file";
 }
 
 TEST_F(ConsolidatedFileDwarfTest, TheFirstOneOfARunIsKept) {
-  open();
+  open("");
   file_.addDwarf(folder_.write("first", "one"));
   file_.addDwarf(folder_.write("second", "another"));
   EXPECT_EQ(saved(), container({{SectionKind::Dwarf, "one"}, {SectionKind::Json, emptyJson()}}));
@@ -64,7 +46,7 @@ TEST_F(ConsolidatedFileDwarfTest, TheOneOfTheFileIsKept) {
 }
 
 TEST_F(ConsolidatedFileDwarfTest, MissingOrEmptyFilesAddNoSection) {
-  open();
+  open("");
   file_.addDwarf(folder_.path("missing"));
   file_.addDwarf(folder_.write("empty", ""));
   file_.addDwarf("");
@@ -72,28 +54,71 @@ TEST_F(ConsolidatedFileDwarfTest, MissingOrEmptyFilesAddNoSection) {
 }
 
 TEST_F(ConsolidatedFileDwarfTest, AFileThatFailedDoesNotBlockTheNextOne) {
-  open();
+  open("");
   file_.addDwarf(folder_.write("empty", ""));
   file_.addDwarf(folder_.write("dwarf", "d"));
   EXPECT_EQ(saved(), container({{SectionKind::Dwarf, "d"}, {SectionKind::Json, emptyJson()}}));
 }
 
 TEST_F(ConsolidatedFileDwarfTest, ADirectoryAddsNothing) {
-  open();
+  open("");
   file_.addDwarf(folder_.path(""));
   EXPECT_EQ(saved(), container({{SectionKind::Json, emptyJson()}}));
 }
 
 TEST_F(ConsolidatedFileDwarfTest, APipeAddsNothingSinceItHasNoSize) {
   const PiecewisePipe pipe({"bytes"});
-  open();
+  open("");
   file_.addDwarf(pipe.path());
   EXPECT_EQ(saved(), container({{SectionKind::Json, emptyJson()}}));
 }
 
+// Pseudo files of the system state a size that they do not have.
+TEST_F(ConsolidatedFileDwarfTest, AFileThatHoldsLessThanItsSizeSaysAddsNothing) {
+  const std::string pseudo = "/sys/kernel/mm/transparent_hugepage/enabled";
+  if (!std::filesystem::exists(pseudo) || std::filesystem::file_size(pseudo) < 1000) {
+    GTEST_SKIP() << "no such file on this system";
+  }
+  open("");
+  file_.addDwarf(pseudo);
+  EXPECT_EQ(saved(), container({{SectionKind::Json, emptyJson()}}));
+}
+
+TEST_F(ConsolidatedFileDwarfTest, TheConsolidatedFileItselfIsEmptyByThen) {
+  open(container({{SectionKind::ProjectName, "proj"}, {SectionKind::Json, emptyJson()}}));
+  file_.addDwarf(path_);
+  EXPECT_EQ(saved(),
+            container({{SectionKind::ProjectName, "proj"}, {SectionKind::Json, emptyJson()}}));
+}
+
+TEST_F(ConsolidatedFileDwarfTest, KeepsItsSizeWhateverTheStreamTook) {
+  openForDump(container({{SectionKind::Json, emptyJson()}}));
+  file_.addDwarf(folder_.write("dwarf", "bytes"));
+  SectionEntry entry{SectionKind::Dwarf, 1, 5};
+  file_.writeSection(entry);  // onto a stream for reading, which takes nothing
+  EXPECT_EQ(entry, (SectionEntry{SectionKind::Dwarf, 0, 5}));
+}
+
+TEST_F(ConsolidatedFileDwarfTest, FileThatShrinksBeforeTheSaveGivesWhatIsLeft) {
+  const std::string dwarf = folder_.write("dwarf", std::string(100'000, 'x'));
+  open("");
+  file_.addDwarf(dwarf);
+  std::filesystem::resize_file(dwarf, 50'000);
+  file_.save();
+  EXPECT_EQ(saved(), container({{SectionKind::Dwarf, std::string(50'000, 'x')},
+                                {SectionKind::Json, emptyJson()}}));
+}
+
+TEST_F(ConsolidatedFileDwarfTest, IsWrittenInFullByEverySave) {
+  open("");
+  file_.addDwarf(folder_.write("dwarf", "bytes"));
+  file_.save();
+  EXPECT_EQ(saved(), container({{SectionKind::Dwarf, "bytes"}, {SectionKind::Json, emptyJson()}}));
+}
+
 TEST_F(ConsolidatedFileDwarfTest, FilesOfTwoGibibytesAreRefused) {
   const std::string dwarf = folder_.write("dwarf", "");
-  open();
+  open("");
   for (const std::uintmax_t size :
        {std::uintmax_t{1} << 31U, (std::uintmax_t{1} << 32U) + 5, std::uintmax_t{1} << 33U}) {
     std::filesystem::resize_file(dwarf, size);  // a hole: takes no room

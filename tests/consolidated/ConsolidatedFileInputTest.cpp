@@ -1,8 +1,6 @@
-#include "consolidated/ConsolidatedFile.h"
-#include "consolidated/Samples.h"
+#include "consolidated/ConsolidatedFileFixture.h"
 #include "readers/InputFile.h"
 #include "support/StreamCapture.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -45,19 +43,7 @@ class ScriptedReader : public InputFile {
   int timesParsed_ = 0;
 };
 
-class ConsolidatedFileInputTest : public testing::Test {
- protected:
-  std::vector<std::string> kernelNames() const {
-    std::vector<std::string> names;
-    for (const KernelRecord& kernel : file_.kernels()) names.push_back(kernel.name);
-    return names;
-  }
-
-  TemporaryFolder folder_;
-  ConsolidatedFile file_;
-};
-
-using Names = std::vector<std::string>;
+using ConsolidatedFileInputTest = ConsolidatedFileFixture;
 
 TEST_F(ConsolidatedFileInputTest, RecordsAreMergedOneByOneInOrder) {
   ScriptedReader reader(true, true,

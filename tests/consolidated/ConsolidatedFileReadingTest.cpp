@@ -1,7 +1,5 @@
-#include "consolidated/ConsolidatedFile.h"
-#include "consolidated/Samples.h"
+#include "consolidated/ConsolidatedFileFixture.h"
 #include "support/LargestAllocation.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,42 +9,17 @@
 namespace consolidator {
 namespace {
 
-using Table = std::vector<SectionEntry>;
-
 constexpr SectionKind unknownKind{7};
 
-class ConsolidatedFileReadingTest : public testing::Test {
- protected:
-  // Reads these bytes into the model; the result of the reading.
-  bool read(std::string_view bytes) { return file_.readExisting(folder_.write("file", bytes)); }
-
-  // What a run in add mode makes of these bytes.
-  std::string rewritten(std::string_view bytes) {
-    file_.openOrCreate(folder_.write("file", bytes), false, false);
-    file_.save();
-    file_.close();
-    return folder_.read("file");
-  }
-
-  std::vector<std::string> kernelNames() const {
-    std::vector<std::string> names;
-    for (const KernelRecord& kernel : file_.kernels()) names.push_back(kernel.name);
-    return names;
-  }
-
-  TemporaryFolder folder_;
-  ConsolidatedFile file_;
-};
-
-using Names = std::vector<std::string>;
+using ConsolidatedFileReadingTest = ConsolidatedFileFixture;
 
 std::string recordsNamed(std::string_view name) { return u32(1) + kernelRecord(name, 3); }
 
 TEST_F(ConsolidatedFileReadingTest, TakesEveryKindOfSection) {
-  EXPECT_TRUE(read(container({{SectionKind::ProjectName, "proj"},
-                              {SectionKind::Dwarf, "DWARF"},
-                              {SectionKind::Json, "not looked at"},
-                              {SectionKind::KernelRecords, vaddRecords()}})));
+  EXPECT_TRUE(readModel(container({{SectionKind::ProjectName, "proj"},
+                                   {SectionKind::Dwarf, "DWARF"},
+                                   {SectionKind::Json, "not looked at"},
+                                   {SectionKind::KernelRecords, vaddRecords()}})));
   EXPECT_EQ(file_.projectName(), "proj");
   ASSERT_EQ(file_.kernels().size(), 1U);
   KernelRecord vadd;
@@ -67,7 +40,7 @@ TEST_F(ConsolidatedFileReadingTest, FailsForAMissingFileAndADirectory) {
 }
 
 TEST_F(ConsolidatedFileReadingTest, AFileWithoutSectionsIsRead) {
-  EXPECT_TRUE(read(header(0)));
+  EXPECT_TRUE(readModel(header(0)));
   EXPECT_EQ(rewritten(header(0)), container({{SectionKind::Json, emptyJson()}}));
 }
 
@@ -83,14 +56,14 @@ TEST_F(ConsolidatedFileReadingTest, AShortFileOverwritesJustTheBytesItHas) {
 }
 
 TEST_F(ConsolidatedFileReadingTest, AShortFileShowsInTheHeader) {
-  EXPECT_FALSE(read("\xD4\xDA\xEF\xBE\x02"));
+  EXPECT_FALSE(readModel("\xD4\xDA\xEF\xBE\x02"));
   EXPECT_EQ(file_.header(), (FileHeader{FileHeader::expectedMagic, 2, 1, 0}));
 }
 
 TEST_F(ConsolidatedFileReadingTest, AForeignMagicIsKeptWithItsVersionsAndWrittenBack) {
   const std::string foreign =
       header(1, 1, 0x0C0B0A09, 0x04030201U) + entry(SectionKind::ProjectName, 40, 4) + "proj";
-  EXPECT_FALSE(read(foreign));
+  EXPECT_FALSE(readModel(foreign));
   EXPECT_EQ(file_.header(), (FileHeader{0x04030201U, 1, 0x0C0B0A09, 1}));
   EXPECT_EQ(file_.table(), Table());
   EXPECT_EQ(file_.projectName(), "");
@@ -100,7 +73,7 @@ TEST_F(ConsolidatedFileReadingTest, AForeignMagicIsKeptWithItsVersionsAndWritten
 
 TEST_F(ConsolidatedFileReadingTest, OtherVersionsAreReadAndWrittenBack) {
   const std::string old = header(1, -1, 77) + entry(SectionKind::Json, 40, 22) + emptyJson();
-  EXPECT_TRUE(read(old));
+  EXPECT_TRUE(readModel(old));
   EXPECT_EQ(rewritten(old), old);
 }
 
@@ -111,8 +84,8 @@ TEST_F(ConsolidatedFileReadingTest, PaddingIsIgnoredAndWrittenAsZeros) {
 }
 
 TEST_F(ConsolidatedFileReadingTest, ATableCutShortKeepsWholeEntriesAndVisitsNone) {
-  EXPECT_FALSE(read(header(3) + entry(SectionKind::ProjectName, 0, 4) +
-                    entry(SectionKind::Json, 1, 0xFFFFFFFFU) + std::string(23, '\0')));
+  EXPECT_FALSE(readModel(header(3) + entry(SectionKind::ProjectName, 0, 4) +
+                         entry(SectionKind::Json, 1, 0xFFFFFFFFU) + std::string(23, '\0')));
   EXPECT_EQ(file_.table(),
             (Table{{SectionKind::ProjectName, 0, 4}, {SectionKind::Json, 1, 0xFFFFFFFFU}}))
       << "the size is cut when an entry is visited";
@@ -126,10 +99,10 @@ TEST_F(ConsolidatedFileReadingTest, ATableCutShortIsSavedWithItsWholeEntries) {
 }
 
 TEST_F(ConsolidatedFileReadingTest, SizesAreClampedWhenTheirEntriesAreVisited) {
-  EXPECT_FALSE(read(header(4) + entry(SectionKind::Json, 0, 0xFFFFFFFFU) +
-                    entry(SectionKind::KernelRecords, 112, 0xFFFFFFFFU) +
-                    entry(unknownKind, 0, 0xFFFFFFFFU) + entry(SectionKind::Json, 0, 0xFFFFFFFFU) +
-                    recordsNamed("k")));
+  EXPECT_FALSE(readModel(header(4) + entry(SectionKind::Json, 0, 0xFFFFFFFFU) +
+                         entry(SectionKind::KernelRecords, 112, 0xFFFFFFFFU) +
+                         entry(unknownKind, 0, 0xFFFFFFFFU) +
+                         entry(SectionKind::Json, 0, 0xFFFFFFFFU) + recordsNamed("k")));
   EXPECT_EQ(file_.table(), (Table{{SectionKind::Json, 0, 0xFFFFFFFEU},
                                   {SectionKind::KernelRecords, 112, 0xFFFFFFFEU},
                                   {unknownKind, 0, 0xFFFFFFFEU},
@@ -140,13 +113,14 @@ TEST_F(ConsolidatedFileReadingTest, SizesAreClampedWhenTheirEntriesAreVisited) {
 TEST_F(ConsolidatedFileReadingTest, ClampedSizesAreShortReadsForNamesAndDwarf) {
   for (const SectionKind kind : {SectionKind::ProjectName, SectionKind::Dwarf}) {
     file_.close();
-    EXPECT_FALSE(read(header(1) + entry(kind, 40, 0xFFFFFFFFU) + "bytes"));
+    EXPECT_FALSE(readModel(header(1) + entry(kind, 40, 0xFFFFFFFFU) + "bytes"));
     EXPECT_EQ(file_.table(), (Table{{kind, 40, 0xFFFFFFFEU}}));
   }
 }
 
 TEST_F(ConsolidatedFileReadingTest, OffsetsAreCutToThirtyTwoBits) {
-  EXPECT_TRUE(read(header(1) + entry(SectionKind::ProjectName, 0xABCDEF0000000028U, 4) + "proj"));
+  EXPECT_TRUE(
+      readModel(header(1) + entry(SectionKind::ProjectName, 0xABCDEF0000000028U, 4) + "proj"));
   EXPECT_EQ(file_.projectName(), "proj");
   EXPECT_EQ(file_.table(), (Table{{SectionKind::ProjectName, 0xABCDEF0000000028U, 4}}));
 }
@@ -155,22 +129,22 @@ TEST_F(ConsolidatedFileReadingTest, ANegativeOffsetEndsTheReadingEvenForAnEmptyS
   for (const SectionKind kind :
        {SectionKind::ProjectName, SectionKind::Dwarf, SectionKind::KernelRecords}) {
     file_.close();
-    EXPECT_FALSE(read(header(2) + entry(kind, 0x80000000U, 0) +
-                      entry(SectionKind::ProjectName, 64, 4) + "proj"));
+    EXPECT_FALSE(readModel(header(2) + entry(kind, 0x80000000U, 0) +
+                           entry(SectionKind::ProjectName, 64, 4) + "proj"));
     EXPECT_EQ(file_.projectName(), "");
   }
 }
 
 TEST_F(ConsolidatedFileReadingTest, TheOffsetOfJsonIsNotLookedAt) {
-  EXPECT_TRUE(read(header(2) + entry(SectionKind::Json, 0x80000000U, 22) +
-                   entry(SectionKind::ProjectName, 64, 4) + "proj"));
+  EXPECT_TRUE(readModel(header(2) + entry(SectionKind::Json, 0x80000000U, 22) +
+                        entry(SectionKind::ProjectName, 64, 4) + "proj"));
   EXPECT_EQ(file_.projectName(), "proj");
 }
 
 TEST_F(ConsolidatedFileReadingTest, EmptySectionsBeyondTheEndAreRead) {
-  EXPECT_TRUE(read(header(3) + entry(SectionKind::ProjectName, 88, 4) +
-                   entry(SectionKind::Dwarf, 0x7FFFFFFFU, 0) +
-                   entry(SectionKind::ProjectName, 0x7FFFFFFFU, 0) + "proj"));
+  EXPECT_TRUE(readModel(header(3) + entry(SectionKind::ProjectName, 88, 4) +
+                        entry(SectionKind::Dwarf, 0x7FFFFFFFU, 0) +
+                        entry(SectionKind::ProjectName, 0x7FFFFFFFU, 0) + "proj"));
   EXPECT_EQ(file_.projectName(), "") << "the empty name of the last entry";
 }
 
@@ -178,30 +152,30 @@ TEST_F(ConsolidatedFileReadingTest, ReadsBeyondTheEndAreShort) {
   for (const SectionKind kind :
        {SectionKind::ProjectName, SectionKind::Dwarf, SectionKind::KernelRecords}) {
     file_.close();
-    EXPECT_FALSE(read(header(1) + entry(kind, 0x7FFFFFFFU, 1)));
+    EXPECT_FALSE(readModel(header(1) + entry(kind, 0x7FFFFFFFU, 1)));
   }
 }
 
 TEST_F(ConsolidatedFileReadingTest, AProjectNameEndsAtItsFirstZeroByte) {
   const std::string stored("proj\0ect", 8);
-  EXPECT_TRUE(read(container({{SectionKind::ProjectName, stored}})));
+  EXPECT_TRUE(readModel(container({{SectionKind::ProjectName, stored}})));
   EXPECT_EQ(file_.projectName(), "proj");
   EXPECT_EQ(rewritten(container({{SectionKind::ProjectName, stored}})),
             container({{SectionKind::ProjectName, "proj"}, {SectionKind::Json, emptyJson()}}));
 }
 
 TEST_F(ConsolidatedFileReadingTest, AProjectNameThatEndsEarlyKeepsTheOneBefore) {
-  EXPECT_FALSE(read(header(2) + entry(SectionKind::ProjectName, 64, 4) +
-                    entry(SectionKind::ProjectName, 64, 5) + "proj"));
+  EXPECT_FALSE(readModel(header(2) + entry(SectionKind::ProjectName, 64, 4) +
+                         entry(SectionKind::ProjectName, 64, 5) + "proj"));
   EXPECT_EQ(file_.projectName(), "proj");
 }
 
 TEST_F(ConsolidatedFileReadingTest, SectionsMayOverlapAndStandAnywhere) {
-  EXPECT_TRUE(read(header(2) + entry(SectionKind::ProjectName, 0, 2) +
-                   entry(SectionKind::ProjectName, 16, 1)));
+  EXPECT_TRUE(readModel(header(2) + entry(SectionKind::ProjectName, 0, 2) +
+                        entry(SectionKind::ProjectName, 16, 1)));
   EXPECT_EQ(file_.projectName(), "") << "the first byte of the table is a zero byte";
   file_.close();
-  EXPECT_TRUE(read(header(1) + entry(SectionKind::ProjectName, 0, 2)));
+  EXPECT_TRUE(readModel(header(1) + entry(SectionKind::ProjectName, 0, 2)));
   EXPECT_EQ(file_.projectName(), "\xD4\xDA");
 }
 
@@ -210,7 +184,7 @@ TEST_F(ConsolidatedFileReadingTest, AnUnknownKindStopsTheReadingAndIsSavedWithou
   const std::string foreign =
       header(3) + entry(SectionKind::ProjectName, 88, 4) + entry(unknownKind, 92, 5) +
       entry(SectionKind::KernelRecords, 97, 37) + "proj" + "seven" + recordsNamed("k");
-  EXPECT_FALSE(read(foreign));
+  EXPECT_FALSE(readModel(foreign));
   EXPECT_EQ(kernelNames(), Names());
   EXPECT_EQ(rewritten(foreign),
             header(4) + entry(SectionKind::ProjectName, 112, 4) + entry(unknownKind, 116, 5) +
@@ -220,35 +194,35 @@ TEST_F(ConsolidatedFileReadingTest, AnUnknownKindStopsTheReadingAndIsSavedWithou
 
 TEST_F(ConsolidatedFileReadingTest, ASecondRecordThatCannotBeDecodedLeavesOneKernel) {
   const std::string records = u32(2) + kernelRecord("first", 3) + kernelRecord("second", 3);
-  EXPECT_FALSE(read(
+  EXPECT_FALSE(readModel(
       container({{SectionKind::Json, ""}, {SectionKind::KernelRecords, records.substr(0, 70)}})));
   EXPECT_EQ(kernelNames(), Names{"first"});
 }
 
 TEST_F(ConsolidatedFileReadingTest, RecordsThatCannotBeDecodedEndTheReading) {
-  EXPECT_FALSE(read(header(2) + entry(SectionKind::KernelRecords, 64, 8) +
-                    entry(SectionKind::ProjectName, 8, 4) + u32(1)));
+  EXPECT_FALSE(readModel(header(2) + entry(SectionKind::KernelRecords, 64, 8) +
+                         entry(SectionKind::ProjectName, 8, 4) + u32(1)));
   EXPECT_EQ(file_.projectName(), "");
 }
 
 TEST_F(ConsolidatedFileReadingTest, ARecordCountThatIsCutShortFails) {
   for (std::size_t size = 0; size < 4; ++size) {
     file_.close();
-    EXPECT_FALSE(read(container({{SectionKind::KernelRecords, std::string(size, '\0')}})));
+    EXPECT_FALSE(readModel(container({{SectionKind::KernelRecords, std::string(size, '\0')}})));
   }
   file_.close();
-  EXPECT_TRUE(read(container({{SectionKind::KernelRecords, std::string(4, '\0')}})));
+  EXPECT_TRUE(readModel(container({{SectionKind::KernelRecords, std::string(4, '\0')}})));
 }
 
 TEST_F(ConsolidatedFileReadingTest, RecordsOfOneNameAreNotMerged) {
-  EXPECT_TRUE(read(container(
+  EXPECT_TRUE(readModel(container(
       {{SectionKind::KernelRecords, u32(2) + kernelRecord("k", 4) + kernelRecord("k", 1)}})));
   EXPECT_EQ(kernelNames(), (Names{"k", "k"}));
 }
 
 TEST_F(ConsolidatedFileReadingTest, SeveralRecordSectionsAreAppended) {
-  EXPECT_TRUE(read(container({{SectionKind::KernelRecords, recordsNamed("a")},
-                              {SectionKind::KernelRecords, recordsNamed("b")}})));
+  EXPECT_TRUE(readModel(container({{SectionKind::KernelRecords, recordsNamed("a")},
+                                   {SectionKind::KernelRecords, recordsNamed("b")}})));
   EXPECT_EQ(kernelNames(), (Names{"a", "b"}));
 }
 

@@ -1,7 +1,5 @@
-#include "consolidated/ConsolidatedFile.h"
-#include "consolidated/Samples.h"
+#include "consolidated/ConsolidatedFileFixture.h"
 #include "support/StreamCapture.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,28 +8,10 @@
 namespace consolidator {
 namespace {
 
-using Table = std::vector<SectionEntry>;
-
-// Opening, creating, naming the project, saving and closing.
-class ConsolidatedFileTest : public testing::Test {
- protected:
-  std::string pathOf(std::string_view bytes) const { return folder_.write("file", bytes); }
-
-  std::string saved() {
-    file_.save();
-    file_.close();
-    return folder_.read("file");
-  }
-
-  TemporaryFolder folder_;
-  std::string path_ = folder_.path("file");
-  ConsolidatedFile file_;
-};
+using ConsolidatedFileTest = ConsolidatedFileFixture;
 
 const std::string full = container({{SectionKind::ProjectName, "proj"},
-                                    {SectionKind::Dwarf,
-                                     "\x7F"
-                                     "ELF"},
+                                    {SectionKind::Dwarf, "\177ELF"},
                                     {SectionKind::Json, vaddJson()},
                                     {SectionKind::KernelRecords, vaddRecords()}});
 
@@ -52,9 +32,7 @@ TEST_F(ConsolidatedFileTest, PutsTheProjectNameBeforeTheJson) {
 TEST_F(ConsolidatedFileTest, AppendsProjectDwarfJsonAndRecordsInThisOrder) {
   file_.openOrCreate(path_, true, false);
   file_.setProject("proj");
-  file_.addDwarf(folder_.write("dwarf",
-                               "\x7F"
-                               "ELF"));
+  file_.addDwarf(folder_.write("dwarf", "\177ELF"));
   file_.addHierarchy(folder_.write("hierarchy", vaddHierarchy));
   EXPECT_EQ(saved(), full);
 }
@@ -70,14 +48,14 @@ TEST_F(ConsolidatedFileTest, AddModeCreatesAMissingFileWithThisRunsSectionsOnly)
 }
 
 TEST_F(ConsolidatedFileTest, AddModeKeepsAllThatTheFileHeld) {
-  file_.openOrCreate(pathOf(full), false, false);
+  open(full);
   EXPECT_EQ(file_.projectName(), "proj");
   ASSERT_EQ(file_.kernels().size(), 1U);
   EXPECT_EQ(saved(), full);
 }
 
 TEST_F(ConsolidatedFileTest, CreateModeNeverReadsTheOldFile) {
-  file_.openOrCreate(pathOf(full), true, false);
+  file_.openOrCreate(folder_.write("file", full), true, false);
   ASSERT_TRUE(file_.isOpen());
   EXPECT_EQ(file_.projectName(), "");
   EXPECT_EQ(file_.table(), Table());
@@ -86,33 +64,33 @@ TEST_F(ConsolidatedFileTest, CreateModeNeverReadsTheOldFile) {
 }
 
 TEST_F(ConsolidatedFileTest, CreateModeTakesNoVersionFromTheOldFile) {
-  file_.openOrCreate(pathOf(header(0, 2, 7)), true, false);
+  file_.openOrCreate(folder_.write("file", header(0, 2, 7)), true, false);
   EXPECT_EQ(file_.header(), FileHeader());
 }
 
 TEST_F(ConsolidatedFileTest, OpeningForWritingEmptiesTheFile) {
-  file_.openOrCreate(pathOf(full), false, false);
+  open(full);
   EXPECT_EQ(folder_.read("file"), "");
   file_.close();
   EXPECT_EQ(folder_.read("file"), "");
 }
 
 TEST_F(ConsolidatedFileTest, OpeningForADumpKeepsTheFile) {
-  file_.openOrCreate(pathOf(full), false, true);
+  openForDump(full);
   ASSERT_TRUE(file_.isOpen());
   file_.close();
   EXPECT_EQ(folder_.read("file"), full);
 }
 
 TEST_F(ConsolidatedFileTest, SavingOntoTheStreamOfADumpChangesNothing) {
-  file_.openOrCreate(pathOf(full), false, true);
+  openForDump(full);
   file_.setProject("other");
   file_.addHierarchy(folder_.write("hierarchy", "more:"));
   EXPECT_EQ(saved(), full);
 }
 
 TEST_F(ConsolidatedFileTest, DumpingInCreateModeReadsNoModelButKeepsTheFile) {
-  file_.openOrCreate(pathOf(full), true, true);
+  file_.openOrCreate(folder_.write("file", full), true, true);
   ASSERT_TRUE(file_.isOpen());
   EXPECT_EQ(file_.table(), Table());
   file_.dumpDwarf(folder_.path("dump"));
@@ -172,17 +150,16 @@ TEST_F(ConsolidatedFileTest, ThreeRunsWithOneNameGiveThreeProjectEntries) {
 }
 
 TEST_F(ConsolidatedFileTest, AnEmptyProjectNameAddsNoEntryAndKeepsTheName) {
-  file_.openOrCreate(pathOf(full), false, false);
+  open(full);
   file_.setProject("");
   EXPECT_EQ(file_.projectName(), "proj");
   EXPECT_EQ(saved(), full);
 }
 
 TEST_F(ConsolidatedFileTest, EveryProjectEntryIsWrittenWithTheCurrentName) {
-  file_.openOrCreate(pathOf(container({{SectionKind::ProjectName, "first"},
-                                       {SectionKind::ProjectName, "second"},
-                                       {SectionKind::Json, emptyJson()}})),
-                     false, false);
+  open(container({{SectionKind::ProjectName, "first"},
+                  {SectionKind::ProjectName, "second"},
+                  {SectionKind::Json, emptyJson()}}));
   EXPECT_EQ(file_.projectName(), "second") << "a later entry replaces the name of an earlier one";
   file_.setProject("x");
   EXPECT_EQ(saved(), container({{SectionKind::ProjectName, "x"},
@@ -209,7 +186,7 @@ TEST_F(ConsolidatedFileTest, EnsuresRecordsOnlyOnceAKernelIsKnown) {
 }
 
 TEST_F(ConsolidatedFileTest, OpeningAgainForgetsTheFileBefore) {
-  file_.openOrCreate(pathOf(full), false, true);
+  openForDump(full);
   const std::string other = folder_.path("other");
   file_.openOrCreate(other, false, false);
   EXPECT_EQ(file_.projectName(), "");
@@ -220,7 +197,7 @@ TEST_F(ConsolidatedFileTest, OpeningAgainForgetsTheFileBefore) {
 }
 
 TEST_F(ConsolidatedFileTest, ClosingForgetsEverything) {
-  file_.openOrCreate(pathOf(full), false, true);
+  openForDump(full);
   file_.close();
   EXPECT_FALSE(file_.isOpen());
   EXPECT_EQ(file_.projectName(), "");
@@ -229,7 +206,7 @@ TEST_F(ConsolidatedFileTest, ClosingForgetsEverything) {
 }
 
 TEST_F(ConsolidatedFileTest, PrintsHeaderAndTableInDecimalButForTheMagic) {
-  file_.openOrCreate(pathOf(full), false, true);
+  openForDump(full);
   const StreamCapture capture;
   file_.printHeader();
   // Behind the table of 4 entries stand 4, 4, 170 and 55 bytes.
@@ -246,8 +223,7 @@ TEST_F(ConsolidatedFileTest, PrintsHeaderAndTableInDecimalButForTheMagic) {
 }
 
 TEST_F(ConsolidatedFileTest, PrintsWhatAForeignFileHolds) {
-  file_.openOrCreate(pathOf(header(1, -2, 300) + entry(0xFFFFFFFFU, 0xFFFFFFFFFFFFFFFFU, 10)),
-                     false, true);
+  openForDump(header(1, -2, 300) + entry(0xFFFFFFFFU, 0xFFFFFFFFFFFFFFFFU, 10));
   const StreamCapture capture;
   file_.printHeader();
   EXPECT_EQ(capture.out(),
@@ -261,7 +237,7 @@ TEST_F(ConsolidatedFileTest, PrintsWhatAForeignFileHolds) {
 TEST_F(ConsolidatedFileTest, NoOperationButTheListingPrints) {
   const StreamCapture capture;
   file_.openOrCreate(folder_.path("no/such/folder"), false, false);
-  file_.openOrCreate(pathOf("not a consolidated file at all"), false, false);
+  open("not a consolidated file at all");
   file_.setProject("proj");
   file_.addDwarf(folder_.path("missing"));
   file_.addHierarchy(folder_.path("missing"));

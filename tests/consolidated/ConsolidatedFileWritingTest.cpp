@@ -1,28 +1,17 @@
-#include "consolidated/ConsolidatedFile.h"
-#include "consolidated/Samples.h"
-#include "support/TemporaryFolder.h"
+#include "consolidated/ConsolidatedFileFixture.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <string>
 
 namespace consolidator {
 namespace {
 
-class ConsolidatedFileWritingTest : public testing::Test {
- protected:
-  std::string rewritten(std::string_view bytes) {
-    file_.openOrCreate(folder_.write("file", bytes), false, false);
-    file_.save();
-    file_.close();
-    return folder_.read("file");
-  }
-
-  TemporaryFolder folder_;
-  ConsolidatedFile file_;
-};
+using ConsolidatedFileWritingTest = ConsolidatedFileFixture;
 
 TEST_F(ConsolidatedFileWritingTest, StoredEntriesKeepTheirOrder) {
   EXPECT_EQ(rewritten(container({{SectionKind::KernelRecords, vaddRecords()},
@@ -90,14 +79,10 @@ TEST_F(ConsolidatedFileWritingTest, EveryJsonEntryPreparesTheConditionsAgain) {
 
 TEST_F(ConsolidatedFileWritingTest, EveryRecordsEntryHoldsAllKernels) {
   const std::string both = u32(2) + kernelRecord("a", 3) + kernelRecord("b", 3);
-  file_.openOrCreate(
-      folder_.write("file", container({{SectionKind::KernelRecords, u32(1) + kernelRecord("a", 3)},
-                                       {SectionKind::KernelRecords, u32(1) + kernelRecord("b", 3)},
-                                       {SectionKind::ProjectName, "proj"}})),
-      false, false);
-  file_.save();
-  file_.close();
-  const std::string bytes = folder_.read("file");
+  const std::string bytes =
+      rewritten(container({{SectionKind::KernelRecords, u32(1) + kernelRecord("a", 3)},
+                           {SectionKind::KernelRecords, u32(1) + kernelRecord("b", 3)},
+                           {SectionKind::ProjectName, "proj"}}));
   EXPECT_EQ(bytes.substr(112, both.size()), both);
   EXPECT_EQ(bytes.substr(112 + both.size(), both.size()), both);
   EXPECT_EQ(bytes.substr(16, 48),
@@ -107,18 +92,17 @@ TEST_F(ConsolidatedFileWritingTest, EveryRecordsEntryHoldsAllKernels) {
 }
 
 TEST_F(ConsolidatedFileWritingTest, AnEntryOfUnknownKindGetsItsPlaceAndKeepsItsSize) {
-  file_.openOrCreate(folder_.path("file"), true, false);
+  file_.openOrCreate(path_, true, false);
   SectionEntry unknown{SectionKind{7}, 123, 456};
   file_.writeSection(unknown);
   EXPECT_EQ(unknown, (SectionEntry{SectionKind{7}, 0, 456}));
 }
 
 TEST_F(ConsolidatedFileWritingTest, SizesCountOnlyWhatTheStreamTook) {
-  file_.openOrCreate(
-      folder_.write("file", container({{SectionKind::ProjectName, "proj"},
-                                       {SectionKind::Json, vaddJson()},
-                                       {SectionKind::KernelRecords, vaddRecords()}})),
-      false, true);  // for reading: takes nothing
+  // A stream for reading takes nothing.
+  openForDump(container({{SectionKind::ProjectName, "proj"},
+                         {SectionKind::Json, vaddJson()},
+                         {SectionKind::KernelRecords, vaddRecords()}}));
   SectionEntry json{SectionKind::Json, 1, 2};
   SectionEntry records{SectionKind::KernelRecords, 1, 2};
   SectionEntry name{SectionKind::ProjectName, 1, 2};
@@ -128,6 +112,38 @@ TEST_F(ConsolidatedFileWritingTest, SizesCountOnlyWhatTheStreamTook) {
   EXPECT_EQ(json.size, 0U);
   EXPECT_EQ(records.size, 0U);
   EXPECT_EQ(name.size, 4U) << "that of the name, whatever became of it";
+}
+
+// Bounds the size of the files that this process writes, as a full disk does.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : handlerBefore_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handlerBefore_);
+  }
+
+ private:
+  rlimit before_{};
+  void (*handlerBefore_)(int);
+};
+
+TEST_F(ConsolidatedFileWritingTest, AJsonTextThatTheDiskTakesInPartHasSizeZero) {
+  open(container(
+      {{SectionKind::KernelRecords, u32(1) + kernelRecord(std::string(400'000, 'k'), 3)}}));
+  SectionEntry json{SectionKind::Json, 1, 2};
+  const FileSizeLimit limit(300'000);
+  file_.writeSection(json);
+  EXPECT_EQ(json, (SectionEntry{SectionKind::Json, 0, 0}));
+  EXPECT_GT(folder_.read("file").size(), 100'000U) << "a part was taken";
 }
 
 // A pipe has no position. Neither has a section that would begin beyond 2 GiB: its position,

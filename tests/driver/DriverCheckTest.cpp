@@ -95,6 +95,32 @@ TEST_F(DriverProjectTest, ADumpIsCheckedAndKeepsTheFile) {
   EXPECT_EQ(stored(), projectFile("a")) << "a dump saves nothing, the project name included";
 }
 
+// A dump does not read all of the file, but it goes by the name that a whole reading would give:
+// the last one before the first section that cannot be read.
+TEST_F(DriverProjectTest, ADumpGoesByTheNameBeforeAnyDamage) {
+  const Section damaged{SectionKind::KernelRecords, u32(1)};
+  const std::string stored = container({{SectionKind::ProjectName, "a"},
+                                        {SectionKind::ProjectName, "b"},
+                                        damaged,
+                                        {SectionKind::ProjectName, "c"},
+                                        {SectionKind::Json, "json"}});
+  writeFile(file_, stored);
+  EXPECT_EQ(run({"-p", "c", "--dump-json", out_}), 1);
+  EXPECT_EQ(err_, "Error: consolidated file " + file_ +
+                      " has meta-data for project b, not specified project c\n");
+  EXPECT_EQ(run({"-p", "b", "--dump-json", out_}), 0);
+  EXPECT_EQ(folder_.read("out"), "json");
+}
+
+TEST_F(DriverProjectTest, ADumpFindsTheNameBehindSoundSections) {
+  writeFile(file_, container({{SectionKind::Json, "json"},
+                              {SectionKind::Dwarf, "DWARF"},
+                              {SectionKind::KernelRecords, u32(1) + kernelRecord("k", 3)},
+                              {SectionKind::ProjectName, "a"}}));
+  EXPECT_EQ(run({"-p", "b", "--dump-json", out_}), 1);
+  EXPECT_EQ(run({"-p", "a", "--dump-json", out_}), 0);
+}
+
 using DriverVersionTest = DriverCheckTest;
 
 std::string versionFile(std::int32_t major, std::int32_t minor) {

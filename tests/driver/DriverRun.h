@@ -1,5 +1,6 @@
 #pragma once
 
+#include "consolidated/ConsolidatedFile.h"
 #include "driver/Arguments.h"
 #include "driver/Driver.h"
 #include "support/StreamCapture.h"
@@ -33,7 +34,8 @@ inline const Outcome quiet{0, "", ""};
 inline Outcome run(std::vector<std::string> words) {
   const Arguments arguments(std::move(words));
   const StreamCapture capture;
-  const int status = runConsolidation(arguments.count(), arguments.values());
+  ConsolidatedFile file;
+  const int status = runConsolidation(arguments.count(), arguments.values(), file);
   return {status, capture.out(), capture.err()};
 }
 

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 
 namespace consolidator {
@@ -14,6 +15,7 @@ class DwarfTest : public ExecutableTest {
   // Expects that the file adds nothing and that nothing is said about it.
   void expectNoSection(const std::string& dwarf) const {
     EXPECT_EQ(run({"-c", "-f", "out", "-d", dwarf}), silence());
+    ASSERT_EQ(std::filesystem::file_size(path("out")), emptyFile().size());
     EXPECT_EQ(read("out"), emptyFile());
   }
 };
