@@ -9,6 +9,16 @@ namespace consolidator {
 
 namespace {
 
+std::string makeText(std::uint32_t kernelCount, std::uint32_t pathCount) {
+  Random random(inputSeed);
+  std::string text;
+  for (std::uint32_t kernel = 0; kernel < kernelCount; ++kernel) {
+    text += makeHierarchyKernel(random, kernel);
+    for (std::uint32_t i = 0; i < pathCount; ++i) text += makeHierarchyPath(random, kernel, i);
+  }
+  return text;
+}
+
 void parseText(benchmark::State& state, const std::string& text) {
   for (auto _ : state) {
     HierarchyFile reader("hierarchy", text);
@@ -18,20 +28,11 @@ void parseText(benchmark::State& state, const std::string& text) {
   state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
 }
 
-void parseManyKernels(benchmark::State& state) {
-  constexpr std::uint32_t kernelCount = 10'000;
-  Random random(inputSeed);
-  std::string text;
-  for (std::uint32_t i = 0; i < kernelCount; ++i) text += makeHierarchyEntry(random, i, 4);
-  parseText(state, text);
-}
+void parseManyKernels(benchmark::State& state) { parseText(state, makeText(10'000, 4)); }
 
 BENCHMARK(parseManyKernels);
 
-void parseManyPaths(benchmark::State& state) {
-  Random random(inputSeed);
-  parseText(state, makeHierarchyEntry(random, 0, 40'000));
-}
+void parseManyPaths(benchmark::State& state) { parseText(state, makeText(1, 40'000)); }
 
 BENCHMARK(parseManyPaths);
 

@@ -39,11 +39,14 @@ void writeHierarchy(const std::string& path, std::uint32_t pathCount, Predicate 
   ByteWriter out(file.get());
   Random random(inputSeed);
   std::uint64_t bytes = 0;
-  out.write("version: 1.0\n");
+  const auto write = [&](const std::string& text) {
+    out.write(text);
+    bytes += text.size();
+  };
+  write("version: 1.0\n");
   for (std::uint32_t kernel = 0; !isEnough(kernel, bytes); ++kernel) {
-    const std::string entry = makeHierarchyEntry(random, kernel, pathCount);
-    out.write(entry);
-    bytes += entry.size();
+    write(makeHierarchyKernel(random, kernel));
+    for (std::uint32_t i = 0; i < pathCount; ++i) write(makeHierarchyPath(random, kernel, i));
   }
   out.flush();
 }
@@ -77,9 +80,9 @@ void writeHierarchyFileOfSize(const std::string& path, std::uint64_t size) {
                  [&](std::uint32_t /*kernels*/, std::uint64_t bytes) { return bytes >= size; });
 }
 
-std::uint64_t writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes) {
+void writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes) {
   const StdioFile file = openStdioFile(path, "w");
-  if (!file) return 0;
+  if (!file) return;
   std::uint32_t kernelCount = 0;
   // Once more at the end, when it is known what to write.
   writeStart(file.get(), 0, kernelCount);
@@ -90,10 +93,9 @@ std::uint64_t writeConsolidatedFile(const std::string& path, std::uint64_t recor
     isWritable = makeKernel(random, kernelCount++).writeBinary(out) > 0;
   }
   out.flush();
-  const auto recordsSize = static_cast<std::uint32_t>(sizeof kernelCount + out.accepted());
   std::rewind(file.get());
-  writeStart(file.get(), recordsSize, kernelCount);
-  return recordsSize;
+  writeStart(file.get(), static_cast<std::uint32_t>(sizeof kernelCount + out.accepted()),
+             kernelCount);
 }
 
 }  // namespace consolidator

@@ -5,9 +5,9 @@
 
 namespace consolidator {
 
-// Writers of seeded input files for whole runs. They hold one kernel or one block at a time: the
-// peak memory of a child process is never reported below that of the process that started it.
-// A file that cannot be written is missing or short, which the runs on it will show.
+// Writers of seeded input files for whole runs. They hold little at a time: the peak memory of a
+// child process is never reported below that of the process that started it. A file that cannot be
+// written is missing or short, which the runs on it will show.
 
 /// Writes `size` bytes that stand for a DWARF file, which is copied and never looked into.
 void writeDwarfFile(const std::string& path, std::uint64_t size);
@@ -20,7 +20,7 @@ void writeHierarchyFile(const std::string& path, std::uint32_t kernelCount,
 void writeHierarchyFileOfSize(const std::string& path, std::uint64_t size);
 
 /// Writes a consolidated file that holds nothing but kernel records, in a section of at least
-/// `recordBytes` bytes, and returns the size of that section.
-std::uint64_t writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes);
+/// `recordBytes` bytes.
+void writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes);
 
 }  // namespace consolidator

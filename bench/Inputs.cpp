@@ -26,6 +26,13 @@ std::string_view anyType(Random& random) {
   return anyOf(random, types);
 }
 
+std::string makeInstancePath(Random& random, std::uint32_t kernel, std::uint32_t instance) {
+  static constexpr std::array<std::string_view, 4> regions = {"upper_left", "upper_right",
+                                                              "lower_left", "lower_right"};
+  return "/design/dynamic_region/" + std::string(anyOf(random, regions)) + "/kernel_" +
+         std::to_string(kernel) + "_" + std::to_string(instance);
+}
+
 std::vector<BitLocation> makeLocations(Random& random) {
   constexpr std::size_t bitCount = 32;
   std::vector<BitLocation> locations(bitCount);
@@ -83,13 +90,6 @@ std::uint32_t below(Random& random, std::uint32_t bound) {
   return static_cast<std::uint32_t>(random() % bound);
 }
 
-std::string makeInstancePath(Random& random, std::uint32_t kernel, std::uint32_t instance) {
-  static constexpr std::array<std::string_view, 4> regions = {"upper_left", "upper_right",
-                                                              "lower_left", "lower_right"};
-  return "/design/dynamic_region/" + std::string(anyOf(random, regions)) + "/kernel_" +
-         std::to_string(kernel) + "_" + std::to_string(instance);
-}
-
 KernelRecord makeKernel(Random& random, std::uint32_t number) {
   KernelRecord kernel;
   kernel.name = "kernel_" + std::to_string(number);
@@ -115,15 +115,14 @@ KernelList makeKernels() {
   return kernels;
 }
 
-std::string makeHierarchyEntry(Random& random, std::uint32_t number, std::uint32_t pathCount) {
+std::string makeHierarchyKernel(Random& random, std::uint32_t number) {
   static constexpr std::array<std::string_view, 4> types = {"clc", "c", "ip", "hls"};
-  std::string entry = "kernel_" + std::to_string(number) + ":\n  type: ";
-  entry += anyOf(random, types);
-  entry += '\n';
-  for (std::uint32_t i = 0; i < pathCount; ++i) {
-    entry += "  instance path: " + makeInstancePath(random, number, i) + '\n';
-  }
-  return entry;
+  return "kernel_" + std::to_string(number) + ":\n  type: " + std::string(anyOf(random, types)) +
+         '\n';
+}
+
+std::string makeHierarchyPath(Random& random, std::uint32_t kernel, std::uint32_t instance) {
+  return "  instance path: " + makeInstancePath(random, kernel, instance) + '\n';
 }
 
 }  // namespace consolidator

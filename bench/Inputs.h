@@ -28,10 +28,10 @@ KernelRecord makeKernel(Random& random, std::uint32_t number);
 /// processor hold.
 KernelList makeKernels();
 
-/// Returns one instance path, unique for a pair of numbers.
-std::string makeInstancePath(Random& random, std::uint32_t kernel, std::uint32_t instance);
+/// Returns the lines with which a hierarchy file starts a kernel.
+std::string makeHierarchyKernel(Random& random, std::uint32_t number);
 
-/// Returns the lines of a hierarchy file that name one kernel and its instance paths.
-std::string makeHierarchyEntry(Random& random, std::uint32_t number, std::uint32_t pathCount);
+/// Returns the line of a hierarchy file with one instance path, unique for the pair of numbers.
+std::string makeHierarchyPath(Random& random, std::uint32_t kernel, std::uint32_t instance);
 
 }  // namespace consolidator

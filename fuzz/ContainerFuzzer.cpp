@@ -18,14 +18,15 @@ namespace consolidator {
 
 namespace {
 
-void requirePlainIdentity(const ConsolidatedFile& file, const PlainContainer& plain) {
+// What the driver checks before it goes on, be it a dump or not.
+void requirePlainChecks(const ConsolidatedFile& file, const PlainContainer& plain) {
   const FileHeader::Bytes header = file.header().encode();
   require(std::string(header.data(), header.size()) == plain.header, "the header is as stored");
   require(file.projectName() == plain.projectName, "the project is that of a plain reader");
 }
 
 void requirePlainModel(const ConsolidatedFile& file, const PlainContainer& plain) {
-  requirePlainIdentity(file, plain);
+  requirePlainChecks(file, plain);
   require(file.table() == plain.table, "the table is that of a plain reader");
   require(std::equal(file.kernels().begin(), file.kernels().end(), plain.kernels.begin(),
                      plain.kernels.end()),
@@ -39,7 +40,7 @@ void requirePlainDumps(const std::string& bytes) {
   stored.write(bytes);
   ConsolidatedFile file;
   file.openOrCreate(stored.path(), false, true);
-  requirePlainIdentity(file, plain);
+  requirePlainChecks(file, plain);
   for (const SectionKind kind : {SectionKind::ProjectName, SectionKind::Dwarf,
                                  SectionKind::KernelRecords, SectionKind::Json}) {
     file.dumpSection(kind, dumped.path());
