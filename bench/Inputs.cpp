@@ -62,12 +62,16 @@ void addVariables(KernelRecord& kernel, Random& random) {
   }
 }
 
+// A register has its locations in every instance of the kernel.
 void addHardwareVariables(KernelRecord& kernel, Random& random) {
   const std::uint32_t count = 2 + below(random, 9);
   for (std::uint32_t i = 0; i < count; ++i) {
-    HardwareVariable variable(makeName(random, i) + "_reg");
-    variable.logicLocations = makeLocations(random);
-    kernel.hardwareVariables.append(variable);
+    const std::string name = makeName(random, i) + "_reg";
+    for (const std::string& path : kernel.instancePaths) {
+      HardwareVariable variable(path + "/" + name);
+      variable.logicLocations = makeLocations(random);
+      kernel.hardwareVariables.append(variable);
+    }
   }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/ShortText.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -49,7 +51,7 @@ class ByteReader {
     if (!readClampedU32(size)) return false;
     if (size > end_ - position_) return readTextBeyondBlock(text, size);
     const char* const start = block_.get() + position_;
-    text.assign(start, strnlen(start, size));
+    text.assign(start, lengthUpToZero(start, size));
     position_ += size;
     return true;
   }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/PutText.h"
+#include "model/ShortText.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "model/ConditionPreparer.h"
 
-#include "model/PutText.h"
+#include "model/ShortText.h"
 
 #include <algorithm>
 
@@ -25,18 +25,6 @@ char* putQualified(char* to, std::string_view token) {
   return putText(to, token);
 }
 
-// Calls `use` with every token of the text in order.
-template <typename Use>
-void forEachToken(std::string_view text, Use use) {
-  const char* const textEnd = text.data() + text.size();
-  const char* start = std::find_if_not(text.data(), textEnd, isWhiteSpace);
-  while (start != textEnd) {
-    const char* const end = std::find_if(start, textEnd, isWhiteSpace);
-    use(std::string_view(start, static_cast<std::size_t>(end - start)));
-    start = std::find_if_not(end, textEnd, isWhiteSpace);
-  }
-}
-
 // The two cuts are not paired, deliberately: either may happen without the other, and the last
 // character goes whatever it is.
 std::string_view unwrap(std::string_view text) {
@@ -50,50 +38,55 @@ std::string_view unwrap(std::string_view text) {
 bool isTriviallyTrue(std::string_view condition) { return condition == "(1'b1 == 1'b1)"; }
 
 std::string_view ConditionPreparer::prepare(std::string_view condition) {
-  const std::string_view text = unwrap(condition);
-  return readTokens(text) ? prefixForm() : qualifiedTokens(text);
+  readTokens(unwrap(condition));
+  return reduceAll() ? prefixForm() : qualifiedTokens();
+}
+
+void ConditionPreparer::readTokens(std::string_view text) {
+  nodes_.clear();
+  std::size_t longestText = 0;
+  const char* const textEnd = text.data() + text.size();
+  const char* start = std::find_if_not(text.data(), textEnd, isWhiteSpace);
+  while (start != textEnd) {
+    const char* const end = std::find_if(start, textEnd, isWhiteSpace);
+    nodes_.push_back({std::string_view(start, static_cast<std::size_t>(end - start))});
+    longestText += qualifier.size() + nodes_.back().token.size() + 1;
+    start = std::find_if_not(end, textEnd, isWhiteSpace);
+  }
+  if (text_.size() < longestText) text_.resize(longestText);
 }
 
 // Returns whether the text is well-formed: its value is the top operand then.
-bool ConditionPreparer::readTokens(std::string_view text) {
-  nodes_.clear();
+bool ConditionPreparer::reduceAll() {
   operands_.clear();
-  pendingOperator_ = {};
-  longestText_ = 0;
-  bool wellFormed = true;
-  forEachToken(text, [&](std::string_view token) {
-    longestText_ += qualifier.size() + token.size() + 1;
-    if (isOperand(token)) {
-      operands_.push_back(addNode({token}));
+  std::uint32_t pendingOperator = none;
+  for (std::uint32_t i = 0; i < nodes_.size(); ++i) {
+    if (isOperand(nodes_[i].token)) {
+      operands_.push_back(i);
     } else {
       // Every operator reduces the pending one first: there is no precedence.
-      wellFormed = wellFormed && reduce();
-      pendingOperator_ = token;
+      if (pendingOperator != none && !reduce(pendingOperator)) return false;
+      pendingOperator = i;
     }
-  });
-  return wellFormed && reduce() && !operands_.empty();
+  }
+  if (pendingOperator != none && !reduce(pendingOperator)) return false;
+  return !operands_.empty();
 }
 
-// Joins the pending operator, if there is one, with the two top operands, the later one first.
-// Returns false when there are fewer than two.
-bool ConditionPreparer::reduce() {
-  if (pendingOperator_.empty()) return true;
+// Joins an operator with the two top operands, the later one first. Returns false when there are
+// fewer than two.
+bool ConditionPreparer::reduce(std::uint32_t operation) {
   if (operands_.size() < 2) return false;
-  const std::uint32_t right = operands_.back();
+  nodes_[operation].right = operands_.back();
   operands_.pop_back();
-  operands_.back() = addNode({pendingOperator_, right, operands_.back()});
-  pendingOperator_ = {};
+  nodes_[operation].left = operands_.back();
+  operands_.back() = operation;
   return true;
-}
-
-std::uint32_t ConditionPreparer::addNode(const Node& node) {
-  nodes_.push_back(node);
-  return static_cast<std::uint32_t>(nodes_.size() - 1);
 }
 
 // The text of the top operand, which is taken off the stack.
 std::string_view ConditionPreparer::prefixForm() {
-  char* to = makeRoom();
+  char* to = text_.data();
   // What is to be written stands on top of the operands, the next one last.
   const std::size_t rest = operands_.size() - 1;
   while (operands_.size() > rest) {
@@ -101,25 +94,20 @@ std::string_view ConditionPreparer::prefixForm() {
     operands_.pop_back();
     to = putQualified(to, node.token);
     *to++ = ' ';
-    if (node.right == leaf) continue;
+    if (node.right == none) continue;
     operands_.push_back(node.left);
     operands_.push_back(node.right);
   }
   return textUpTo(to - 1);
 }
 
-std::string_view ConditionPreparer::qualifiedTokens(std::string_view text) {
-  char* to = makeRoom();
-  forEachToken(text, [&](std::string_view token) {
-    to = putQualified(to, token);
+std::string_view ConditionPreparer::qualifiedTokens() {
+  char* to = text_.data();
+  for (const Node& node : nodes_) {
+    to = putQualified(to, node.token);
     *to++ = ' ';
-  });
+  }
   return textUpTo(to);
-}
-
-char* ConditionPreparer::makeRoom() {
-  if (text_.size() < longestText_) text_.resize(longestText_);
-  return text_.data();
 }
 
 std::string_view ConditionPreparer::textUpTo(const char* end) const {

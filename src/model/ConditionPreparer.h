@@ -28,29 +28,26 @@ class ConditionPreparer {
   std::string_view prepare(std::string_view condition);
 
  private:
-  static constexpr std::uint32_t leaf = static_cast<std::uint32_t>(-1);
+  static constexpr std::uint32_t none = static_cast<std::uint32_t>(-1);
 
-  // An operand, or an operator with its operands. Reducing joins nodes instead of texts, so that a
-  // long chain of operators is not copied again for each of them.
+  // A token; if it is an operator that was reduced, with its operands. Reducing joins nodes instead
+  // of texts, so that a long chain of operators is not copied again for each of them.
   struct Node {
     std::string_view token;
-    std::uint32_t right = leaf;
-    std::uint32_t left = leaf;
+    std::uint32_t right = none;
+    std::uint32_t left = none;
   };
 
-  bool readTokens(std::string_view text);
-  bool reduce();
-  std::uint32_t addNode(const Node& node);
+  void readTokens(std::string_view text);
+  bool reduceAll();
+  bool reduce(std::uint32_t operation);
   std::string_view prefixForm();
-  std::string_view qualifiedTokens(std::string_view text);
-  char* makeRoom();
+  std::string_view qualifiedTokens();
   std::string_view textUpTo(const char* end) const;
 
-  std::vector<Node> nodes_;
+  std::vector<Node> nodes_;  // in the order of the text
   std::vector<std::uint32_t> operands_;
-  std::string_view pendingOperator_;  // empty if there is none
-  std::size_t longestText_ = 0;       // that the tokens can give
-  std::string text_;
+  std::string text_;  // as long as the longest text that any tokens could give so far
 };
 
 }  // namespace consolidator
