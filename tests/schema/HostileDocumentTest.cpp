@@ -1,0 +1,370 @@
+// Documents that are damaged, hostile or merely odd: each is read or refused, as its row says, and
+// neither takes long.
+
+#include "schema/DevpackXmlReaderWriterLMX.h"
+#include "schema/ReadElement.h"
+#include "schema/SampleDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace Devpack {
+namespace {
+
+using lmx::error_code;
+
+struct DocumentCase {
+  std::string name;
+  std::string document;
+  error_code expected;
+};
+
+void PrintTo(const DocumentCase& param, std::ostream* out) { *out << param.name; }
+
+std::string repeated(std::string_view part, std::size_t count) {
+  std::string text;
+  text.reserve(part.size() * count);
+  for (std::size_t i = 0; i < count; ++i) text += part;
+  return text;
+}
+
+std::string numbered(std::string_view before, std::size_t count, std::string_view after) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    text.append(before).append(std::to_string(i)).append(after);
+  }
+  return text;
+}
+
+std::string inProject(std::string_view content) {
+  return "<project>" + std::string(content) + "</project>";
+}
+
+std::string inArg(std::string_view attributes) {
+  return inProject("<platform><device><core><kernel><arg " + std::string(attributes) +
+                   "/></kernel></core></device></platform>");
+}
+
+std::string withDoctype(std::string_view declarations, std::string_view content = "") {
+  return "<!DOCTYPE project [" + std::string(declarations) + "]>" + inProject(content);
+}
+
+std::string utf16(std::string_view text, bool bigEndian) {
+  std::string wide = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+  for (const char c : text) {
+    if (bigEndian) wide += '\0';
+    wide += c;
+    if (!bigEndian) wide += '\0';
+  }
+  return wide;
+}
+
+const std::string zero(1, '\0');
+const std::string billionLaughs = "<!ENTITY a0 'lol'>" + [] {
+  std::string text;
+  for (int i = 1; i < 10; ++i) {
+    text += "<!ENTITY a" + std::to_string(i) + " '" +
+            repeated("&a" + std::to_string(i - 1) + ";", 10) + "'>";
+  }
+  return text;
+}();
+
+class HostileDocumentTest : public testing::TestWithParam<DocumentCase> {};
+
+TEST_P(HostileDocumentTest, IsReadOrRefusedQuickly) {
+  const std::clock_t before = std::clock();
+  error_code result{};
+  error_code thrown = error_code::ok;
+  lmx::c_xml_reader reader(std::make_unique<lmx::c_memory_source>(GetParam().document), result);
+  Project project;
+  try {
+    project.unmarshal(reader, "project");
+  } catch (const lmx::c_lmx_exception& failure) {
+    thrown = failure.code();
+    EXPECT_TRUE(project == Project());
+  }
+  EXPECT_EQ(get_error_description(thrown), get_error_description(GetParam().expected));
+  EXPECT_EQ(get_error_description(result), get_error_description(GetParam().expected));
+  EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC);
+}
+
+const auto caseName = [](const testing::TestParamInfo<DocumentCase>& info) {
+  return info.param.name;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Structure, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"Empty", "", error_code::not_well_formed},
+        DocumentCase{"OnlyWhiteSpace", " \n\t ", error_code::not_well_formed},
+        DocumentCase{"OnlyAByteOrderMark", "\xEF\xBB\xBF", error_code::not_well_formed},
+        DocumentCase{"OnlyADeclaration", "<?xml version='1.0'?>", error_code::not_well_formed},
+        DocumentCase{"OnlyAComment", "<!-- c -->", error_code::not_well_formed},
+        DocumentCase{"NotXmlAtAll", "kernel vadd 1 2 3", error_code::not_well_formed},
+        DocumentCase{"Elf", std::string("\x7F") + "ELF\2\1\1" + repeated(zero, 9),
+                     error_code::not_well_formed},
+        DocumentCase{"TwoRoots", "<project/><project/>", error_code::not_well_formed},
+        DocumentCase{"TextBeforeTheRoot", "x<project/>", error_code::not_well_formed},
+        DocumentCase{"TextAfterTheRoot", "<project/>x", error_code::not_well_formed},
+        DocumentCase{"EndTagAfterTheRoot", "<project/></project>", error_code::not_well_formed},
+        DocumentCase{"CdataAfterTheRoot", "<project/><![CDATA[]]>", error_code::not_well_formed},
+        DocumentCase{"ReferenceAfterTheRoot", "<project/>&amp;", error_code::not_well_formed},
+        DocumentCase{"ZeroByteAfterTheRoot", "<project/>" + zero, error_code::not_well_formed},
+        DocumentCase{"DoctypeAfterTheRoot", "<project/><!DOCTYPE project>",
+                     error_code::not_well_formed},
+        DocumentCase{"LateDeclaration", " <?xml version='1.0'?><project/>",
+                     error_code::not_well_formed},
+        DocumentCase{"UnclosedRoot", "<project>", error_code::not_well_formed},
+        DocumentCase{"UnclosedChild", "<project><platform></project>", error_code::not_well_formed},
+        DocumentCase{"WrongNesting", inProject("<a><b></a></b>"), error_code::not_well_formed},
+        DocumentCase{"WrongCaseOfAnEndTag", "<project></Project>", error_code::not_well_formed},
+        DocumentCase{"EndTagWithAttribute", "<project></project a='b'>",
+                     error_code::not_well_formed},
+        DocumentCase{"UnclosedComment", inProject("<!-- c"), error_code::not_well_formed},
+        DocumentCase{"DoubleHyphenInAComment", inProject("<!-- a -- b -->"),
+                     error_code::not_well_formed},
+        DocumentCase{"UnclosedCdata", inProject("<![CDATA[ x ]]"), error_code::not_well_formed},
+        DocumentCase{"CdataEndInText", inProject("]]>"), error_code::not_well_formed},
+        DocumentCase{"UnclosedInstruction", inProject("<?p"), error_code::not_well_formed},
+        DocumentCase{"ReservedInstruction", inProject("<?xml?>"), error_code::not_well_formed},
+        DocumentCase{"EmptyName", inProject("< a/>"), error_code::not_well_formed},
+        DocumentCase{"NameOfDigits", inProject("<1/>"), error_code::not_well_formed},
+        DocumentCase{"BareLessThan", inProject("a < b"), error_code::not_well_formed},
+        DocumentCase{"CommentsAndInstructionsAround", "<!-- a --><?p?><project/><!-- b --><?q?>\n",
+                     error_code::ok}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Roots, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"AnotherRoot", "<kernel/>", error_code::unexpected_root},
+        DocumentCase{"AnotherCase", "<Project/>", error_code::unexpected_root},
+        DocumentCase{"APrefixedRoot", "<p:project xmlns:p='urn:p'/>", error_code::unexpected_root},
+        DocumentCase{"ALongerRoot", "<projects/>", error_code::unexpected_root},
+        DocumentCase{"AWrappedProject", "<x><project/></x>", error_code::unexpected_root},
+        DocumentCase{"AnotherRootInTheDoctype", "<!DOCTYPE kernel><project/>", error_code::ok},
+        DocumentCase{"ADefaultNamespace", "<project xmlns='urn:p'/>", error_code::ok},
+        DocumentCase{"AnUndeclaredPrefix", inProject("<p:a q:b=''/>"), error_code::ok}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Attributes, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"DuplicateAttribute", "<project name='a' name='b'/>",
+                     error_code::not_well_formed},
+        DocumentCase{"DuplicateUnknownAttribute", inProject("<a b='' b=''/>"),
+                     error_code::not_well_formed},
+        DocumentCase{"AttributeWithoutValue", "<project name/>", error_code::not_well_formed},
+        DocumentCase{"AttributeWithoutQuotes", "<project name=a/>", error_code::not_well_formed},
+        DocumentCase{"AttributesWithoutSpace", "<project a='1'b='2'/>",
+                     error_code::not_well_formed},
+        DocumentCase{"UnclosedAttribute", "<project name='/>", error_code::not_well_formed},
+        DocumentCase{"LessThanInAnAttribute", "<project name='<'/>", error_code::not_well_formed},
+        DocumentCase{"GreaterThanInAnAttribute", "<project name='>'/>", error_code::ok},
+        DocumentCase{"BadQualifier", inArg("addressQualifier='x'"), error_code::bad_integer},
+        DocumentCase{"EmptyQualifier", inArg("addressQualifier=''"), error_code::bad_integer},
+        DocumentCase{"LargeQualifier", inArg("addressQualifier='4294967296'"),
+                     error_code::bad_integer},
+        DocumentCase{"LongQualifier", inArg("addressQualifier='" + repeated("9", 1000000) + "'"),
+                     error_code::bad_integer},
+        DocumentCase{"QualifierWithManyZeros",
+                     inArg("addressQualifier='" + repeated("0", 1000000) + "1'"), error_code::ok},
+        DocumentCase{"BadQualifierThenBadDocument", inArg("addressQualifier='x'") + "x",
+                     error_code::bad_integer},
+        DocumentCase{"BadQualifierInAWrongPlace", inProject("<arg addressQualifier='x'/>"),
+                     error_code::ok}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Characters, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"BareAmpersand", inProject("a & b"), error_code::not_well_formed},
+        DocumentCase{"BareAmpersandInAnAttribute", "<project name='a & b'/>",
+                     error_code::not_well_formed},
+        DocumentCase{"UnclosedReference", inProject("&amp"), error_code::not_well_formed},
+        DocumentCase{"UndefinedEntity", inProject("&nbsp;"), error_code::not_well_formed},
+        DocumentCase{"ReferenceToZero", inProject("&#0;"), error_code::not_well_formed},
+        DocumentCase{"ReferenceToAControl", inProject("&#1;"), error_code::not_well_formed},
+        DocumentCase{"ReferenceToASurrogate", inProject("&#xD800;"), error_code::not_well_formed},
+        DocumentCase{"ReferencePastUnicode", inProject("&#x110000;"), error_code::not_well_formed},
+        DocumentCase{"HugeReference", inProject("&#" + repeated("9", 100000) + ";"),
+                     error_code::not_well_formed},
+        DocumentCase{"ReferencesToCharacters", inProject("&#65;&#x1F600;"), error_code::ok},
+        DocumentCase{"ZeroByte", inProject(zero), error_code::not_well_formed},
+        DocumentCase{"ZeroByteInAnAttribute", "<project name='a" + zero + "b'/>",
+                     error_code::not_well_formed},
+        DocumentCase{"ControlCharacter", inProject("\x01"), error_code::not_well_formed},
+        DocumentCase{"BadUtf8", inProject("\xFF"), error_code::not_well_formed},
+        DocumentCase{"BadUtf8InAnUnknownAttribute", inProject("<a b='\x80'/>"),
+                     error_code::not_well_formed},
+        DocumentCase{"OverlongUtf8", inProject("\xC0\xAF"), error_code::not_well_formed},
+        DocumentCase{"SurrogateInUtf8", inProject("\xED\xA0\x80"), error_code::not_well_formed},
+        DocumentCase{"Utf8PastUnicode", inProject("\xF4\x90\x80\x80"), error_code::not_well_formed},
+        DocumentCase{"CutUtf8", inProject("\xE2\x82"), error_code::not_well_formed},
+        DocumentCase{"Noncharacter", inProject("\xEF\xBF\xBF"), error_code::not_well_formed}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Encodings, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"Utf16LittleEndian", utf16(inProject("<a/>"), false), error_code::ok},
+        DocumentCase{"Utf16BigEndian", utf16(inProject("<a/>"), true), error_code::ok},
+        DocumentCase{"CutUtf16", utf16(inProject("<a/>"), false) + " ",
+                     error_code::not_well_formed},
+        DocumentCase{"Latin1", "<?xml version='1.0' encoding='ISO-8859-1'?><project name='\xE9'/>",
+                     error_code::ok},
+        DocumentCase{"UnknownEncoding", "<?xml version='1.0' encoding='EBCDIC-US'?><project/>",
+                     error_code::not_well_formed},
+        DocumentCase{"Utf16InName", "<?xml version='1.0' encoding='UTF-16'?><project/>",
+                     error_code::not_well_formed},
+        DocumentCase{"Utf32", std::string("\xFF\xFE\0\0<\0\0\0", 8), error_code::not_well_formed},
+        DocumentCase{"Utf7", "<?xml version='1.0' encoding='UTF-7'?><project/>",
+                     error_code::not_well_formed},
+        DocumentCase{"TwoByteOrderMarks", "\xEF\xBB\xBF\xEF\xBB\xBF<project/>",
+                     error_code::not_well_formed}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Declarations, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"BillionLaughs", withDoctype(billionLaughs, "&a9;"),
+                     error_code::declaration_refused},
+        DocumentCase{
+            "QuadraticBlowup",
+            withDoctype("<!ENTITY a '" + repeated("a", 100000) + "'>", repeated("&a;", 100000)),
+            error_code::declaration_refused},
+        DocumentCase{"EntityLoop", withDoctype("<!ENTITY a '&b;'><!ENTITY b '&a;'>", "&a;"),
+                     error_code::declaration_refused},
+        DocumentCase{"ExternalEntity",
+                     withDoctype("<!ENTITY a SYSTEM 'file:///etc/passwd'>", "&a;"),
+                     error_code::declaration_refused},
+        DocumentCase{"EntityFromADevice", withDoctype("<!ENTITY a SYSTEM '/dev/zero'>", "&a;"),
+                     error_code::declaration_refused},
+        DocumentCase{"ParameterEntity",
+                     withDoctype("<!ENTITY % a SYSTEM 'http://localhost/x'> %a;"),
+                     error_code::declaration_refused},
+        DocumentCase{"ParameterEntityBomb",
+                     withDoctype("<!ENTITY % a '<!ELEMENT x ANY>'><!ENTITY % b '%a;%a;'>%b;"),
+                     error_code::declaration_refused},
+        DocumentCase{"PredefinedEntity", withDoctype("<!ENTITY lt '&#38;#60;'>"),
+                     error_code::declaration_refused},
+        DocumentCase{"UnusedEntity", withDoctype("<!ENTITY a 'b'>"),
+                     error_code::declaration_refused},
+        DocumentCase{"HiddenEntity", withDoctype("%x;<!ENTITY a 'b'>", "&a;"),
+                     error_code::declaration_refused},
+        DocumentCase{"AttributeDefault", withDoctype("<!ATTLIST project name CDATA 'default'>"),
+                     error_code::declaration_refused},
+        DocumentCase{"AttributeDefaultsFlood",
+                     withDoctype("<!ATTLIST a " + numbered("b", 20000, " CDATA 'c' ") + ">",
+                                 repeated("<a/>", 20000)),
+                     error_code::declaration_refused},
+        DocumentCase{"PlainDoctype", "<!DOCTYPE project><project/>", error_code::ok},
+        DocumentCase{"ExternalSubset", "<!DOCTYPE project SYSTEM '/dev/zero'><project/>",
+                     error_code::ok},
+        DocumentCase{"ElementDeclarations", withDoctype("<!ELEMENT project EMPTY>", "<a/>"),
+                     error_code::ok},
+        DocumentCase{
+            "DeepContentModel",
+            withDoctype("<!ELEMENT a " + repeated("(", 20000) + "b" + repeated(")", 20000) + ">"),
+            error_code::ok},
+        DocumentCase{"UnclosedDoctype", "<!DOCTYPE project [<project/>",
+                     error_code::not_well_formed},
+        DocumentCase{"TwoDoctypes", "<!DOCTYPE project><!DOCTYPE project><project/>",
+                     error_code::not_well_formed},
+        DocumentCase{"ConditionalSection", withDoctype("<![INCLUDE[]]>"),
+                     error_code::not_well_formed}),
+    caseName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Floods, HostileDocumentTest,
+    testing::Values(
+        DocumentCase{"AMillionLevels", repeated("<project>", 1000000), error_code::nested_too_deep},
+        DocumentCase{"AMillionUnknownLevels", "<project>" + repeated("<a>", 1000000),
+                     error_code::nested_too_deep},
+        DocumentCase{"TooManyModules",
+                     "<project><platform><device><core><kernel>" + repeated("<module>", 252),
+                     error_code::nested_too_deep},
+        DocumentCase{"TheDeepestModules",
+                     inProject("<platform><device><core><kernel>" + repeated("<module>", 251) +
+                               repeated("</module>", 251) + "</kernel></core></device></platform>"),
+                     error_code::ok},
+        DocumentCase{"AttributeFlood", "<project " + numbered("a", 100000, "='' ") + "/>",
+                     error_code::ok},
+        DocumentCase{"AttributeFloodWithADuplicate",
+                     "<project " + numbered("a", 100000, "='' ") + "a0=''/>",
+                     error_code::not_well_formed},
+        DocumentCase{"NamespaceFlood", "<project " + numbered("xmlns:a", 50000, "='u' ") + "/>",
+                     error_code::ok},
+        DocumentCase{"NameFlood", inProject(numbered("<a", 100000, "/>")), error_code::ok},
+        DocumentCase{"ElementFlood", inProject(repeated("<platform/>", 100000)), error_code::ok},
+        DocumentCase{"RepetitionOfASingleElement",
+                     inProject("<platform>" + repeated("<host/>", 100000) + "</platform>"),
+                     error_code::ok},
+        DocumentCase{"LongName", "<project><" + repeated("a", 4000000) + "/></project>",
+                     error_code::ok},
+        DocumentCase{"LongAttribute", "<project name='" + repeated("a", 4000000) + "'/>",
+                     error_code::ok},
+        DocumentCase{"LongText",
+                     inProject("<platform><description>" + repeated("a&lt;", 1000000) +
+                               "</description></platform>"),
+                     error_code::ok},
+        DocumentCase{"LongComment", "<!--" + repeated("a", 8000000) + "--><project/>",
+                     error_code::ok},
+        DocumentCase{"LongUnclosedAttribute", "<project name='" + repeated("a", 8000000),
+                     error_code::not_well_formed},
+        DocumentCase{"ManyComments", inProject(repeated("<!---->", 500000)), error_code::ok},
+        DocumentCase{"ManyReferences", "<project name='" + repeated("&#10;", 500000) + "'/>",
+                     error_code::ok}),
+    caseName);
+
+// Reads a document; empty, or what it throws.
+std::string outcome(std::string_view document) { return failureOf<Project>(document, "project"); }
+
+TEST(DamagedDocumentTest, EveryCutIsRefusedUpToTheEndOfTheRoot) {
+  constexpr std::string_view end = "</project>";
+  const std::size_t complete = sampleDocument.rfind(end) + end.size();
+  for (std::size_t size = 0; size < complete; ++size) {
+    EXPECT_NE(outcome(sampleDocument.substr(0, size)).find("not well-formed"), std::string::npos)
+        << size;
+  }
+  EXPECT_EQ(outcome(sampleDocument.substr(0, complete)), "");
+}
+
+TEST(DamagedDocumentTest, EveryFlippedBitIsReadOrRefused) {
+  std::size_t refused = 0;
+  std::string document(sampleDocument);
+  for (char& byte : document) {
+    const char kept = byte;
+    for (unsigned bit = 0; bit < 8; ++bit) {
+      byte = static_cast<char>(static_cast<unsigned char>(kept) ^ 1U << bit);
+      const std::string failure = outcome(document);
+      if (!failure.empty()) {
+        ++refused;
+        EXPECT_EQ(failure.substr(0, 5), "line ");
+      }
+    }
+    byte = kept;
+  }
+  EXPECT_GT(refused, document.size());
+}
+
+TEST(DamagedDocumentTest, EveryMissingByteIsReadOrRefused) {
+  std::size_t refused = 0;
+  for (std::size_t i = 0; i < sampleDocument.size(); ++i) {
+    std::string document(sampleDocument);
+    document.erase(i, 1);
+    if (!outcome(document).empty()) ++refused;
+  }
+  EXPECT_GT(refused, sampleDocument.size() / 4);
+}
+
+}  // namespace
+}  // namespace Devpack
