@@ -5,6 +5,7 @@
 #include "model/KernelJson.h"
 #include "model/KernelMerge.h"
 #include "readers/HierarchyFile.h"
+#include "readers/KernelFile.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -184,7 +185,10 @@ void ConsolidatedFile::addHierarchy(const std::string& path) {
   addInput(reader);
 }
 
-void ConsolidatedFile::addKernelXml(const std::string& /*path*/) {}
+void ConsolidatedFile::addKernelXml(const std::string& path) {
+  KernelFile reader(path.c_str());
+  addInput(reader);
+}
 
 void ConsolidatedFile::addHls(const std::string& /*path*/) {}
 

@@ -1,0 +1,57 @@
+#include "readers/KernelFile.h"
+
+#include "lmx60/LmxException.h"
+#include "schema/DevpackXmlReaderWriterLMX.h"
+
+#include <iostream>
+#include <string>
+
+namespace consolidator {
+
+namespace {
+
+// Calls `use` with every kernel of the project in document order.
+template <typename Use>
+void forEachKernel(const Devpack::Project& project, Use use) {
+  project.platform.forEach([&](const Devpack::Platform& platform) {
+    platform.device.forEach([&](const Devpack::Device& device) {
+      device.core.forEach([&](const Devpack::Core& core) { core.kernel.forEach(use); });
+    });
+  });
+}
+
+}  // namespace
+
+KernelFile::KernelFile(const char* fileName) : InputFile(fileName) {
+  buildHdlReservedWords(reservedWords_);
+}
+
+bool KernelFile::parse() {
+  Devpack::Project project;
+  try {
+    lmx::error_code errorCode{};
+    project = Devpack::Project(fileName_, errorCode);
+  } catch (const lmx::c_lmx_exception&) {
+    std::cerr << "Could not parse kernel file" << std::endl;
+    return false;
+  }
+  KernelRecord record;
+  forEachKernel(project, [&](const Devpack::Kernel& kernel) { addKernel(kernel, record); });
+  return true;
+}
+
+// The record goes on from one kernel to the next, deliberately: each kernel is stored with the
+// arguments of those before it.
+void KernelFile::addKernel(const Devpack::Kernel& kernel, KernelRecord& record) {
+  record.name = kernel.name.get();
+  kernel.arg.forEach([&](const Devpack::Arg& argument) {
+    const std::string& hardwareName = argument.name.get();
+    record.addArgument(restoreReservedWordName(hardwareName, reservedWords_), hardwareName,
+                       argument.type.get());
+  });
+  record.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
+  record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
+  kernels_.push_back(record);
+}
+
+}  // namespace consolidator

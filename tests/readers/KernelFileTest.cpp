@@ -1,0 +1,259 @@
+#include "model/Describe.h"
+#include "readers/KernelFile.h"
+#include "support/MemoryFile.h"
+#include "support/NamedPipe.h"
+#include "support/PiecewisePipe.h"
+#include "support/StreamCapture.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+namespace {
+
+constexpr std::string_view refusal = "Could not parse kernel file\n";
+
+// What comes out of a file: its records in a form to compare, or the message.
+std::string readFrom(const std::string& path) {
+  const StreamCapture capture;
+  KernelFile reader(path.c_str());
+  EXPECT_TRUE(reader.isValid());
+  const bool isAccepted = reader.parse();
+  EXPECT_EQ(capture.out(), "");
+  EXPECT_EQ(capture.err(), isAccepted ? "" : refusal);
+  EXPECT_TRUE(isAccepted || reader.kernels().empty());
+  std::string records = capture.err();
+  for (const KernelRecord& kernel : reader.kernels()) records += describe(kernel);
+  return records;
+}
+
+std::string read(std::string_view document) {
+  const MemoryFile file;
+  file.write(document);
+  return readFrom(file.path());
+}
+
+std::string inCore(std::string_view content) {
+  return "<project><platform><device><core>" + std::string(content) +
+         "</core></device></platform></project>";
+}
+
+struct Argument {
+  std::string_view name;
+  std::string_view second;
+  std::string_view cType;
+};
+
+std::string kernel(std::string_view name, std::initializer_list<Argument> arguments = {}) {
+  KernelRecord record;
+  record.name = name;
+  for (const Argument& argument : arguments) {
+    record.arguments.append({argument.name, argument.second, argument.cType});
+  }
+  record.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
+  record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
+  return describe(record);
+}
+
+// The names of an argument that the document calls this.
+std::string named(std::string_view name) {
+  return read(inCore("<kernel name='k'><arg name='" + std::string(name) + "'/></kernel>"));
+}
+
+TEST(KernelFile, ReadsNamesTypesAndTheTwoConditions) {
+  EXPECT_EQ(read(R"(<?xml version="1.0" encoding="UTF-8"?>
+<project name="project">
+  <platform vendor="vendor" name="platform">
+    <device name="device">
+      <core name="core" target="hw">
+        <kernel name="vadd" language="c" workGroupSize="1">
+          <port name="control" mode="slave"/>
+          <arg name="a" addressQualifier="1" id="0" size="0x8" type="int*" origName="x"/>
+          <arg name="begin_r" addressQualifier="0" id="1" size="0x4" type="unsigned int"/>
+          <instance name="vadd_1"/>
+        </kernel>
+      </core>
+    </device>
+  </platform>
+</project>
+)"),
+            kernel("vadd", {{"a", "a", "int*"}, {"begin", "begin_r", "unsigned int"}}));
+}
+
+TEST(KernelFile, NamesOfReservedWordsAreRestored) {
+  EXPECT_EQ(named("reg_r"), kernel("k", {{"reg", "reg_r", ""}}));
+  EXPECT_EQ(named("rtanif1_r"), kernel("k", {{"rtanif1", "rtanif1_r", ""}}));
+}
+
+TEST(KernelFile, OtherNamesStayAsTheyAre) {
+  for (const std::string_view name : {"data_r", "_r", "", "reg", "Reg_r", "reg_r_r"}) {
+    EXPECT_EQ(named(name), kernel("k", {{name, name, ""}}));
+  }
+}
+
+TEST(KernelFile, ANameThatHoldsTheSuffixEarlierIsLeftAlone) {
+  EXPECT_EQ(named("reverse_range_r"), kernel("k", {{"reverse_range_r", "reverse_range_r", ""}}));
+}
+
+TEST(KernelFile, KernelsAndTypesAreNotRestored) {
+  EXPECT_EQ(read(inCore("<kernel name='reg_r'><arg name='a' type='reg_r'/></kernel>")),
+            kernel("reg_r", {{"a", "a", "reg_r"}}));
+}
+
+TEST(KernelFile, KernelsHoldTheArgumentsOfThoseBeforeThem) {
+  EXPECT_EQ(read(inCore("<kernel name='one'><arg name='a' type='1'/><arg name='b'/></kernel>"
+                        "<kernel name='two'><arg name='c'/><arg name='a' type='2'/></kernel>"
+                        "<kernel/>")),
+            kernel("one", {{"a", "a", "1"}, {"b", "b", ""}}) +
+                kernel("two", {{"a", "a", "1"}, {"b", "b", ""}, {"c", "c", ""}}) +
+                kernel("", {{"a", "a", "1"}, {"b", "b", ""}, {"c", "c", ""}}));
+}
+
+TEST(KernelFile, KernelsAreWalkedInDocumentOrder) {
+  EXPECT_EQ(read("<project>"
+                 "<platform><device><core><kernel name='1'/></core><core/>"
+                 "<core><kernel name='2'/><kernel name='3'/></core></device>"
+                 "<device/><device><core><kernel name='4'/></core></device></platform>"
+                 "<platform/><platform><device><core><kernel name='1'/></core></device></platform>"
+                 "</project>"),
+            kernel("1") + kernel("2") + kernel("3") + kernel("4") + kernel("1"));
+}
+
+TEST(KernelFile, AnArgumentIsStoredOnce) {
+  EXPECT_EQ(read(inCore("<kernel name='k'><arg name='a' type='1'/><arg name='a' type='2'/>"
+                        "<arg name='reg_r' type='3'/><arg name='reg' type='4'/></kernel>")),
+            kernel("k", {{"a", "a", "1"}, {"reg", "reg_r", "3"}}));
+}
+
+TEST(KernelFile, WhatIsAbsentIsEmpty) {
+  EXPECT_EQ(read(inCore("<kernel/>")), kernel(""));
+  EXPECT_EQ(read(inCore("<kernel name=''><arg/><arg type='int'/></kernel>")),
+            kernel("", {{"", "", ""}}));
+}
+
+TEST(KernelFile, AProjectWithoutKernelsGivesNoRecord) {
+  for (const std::string_view document :
+       {"<project/>", "<project><platform/></project>",
+        "<project><platform><device/></platform></project>",
+        "<project><platform><device><core/></device></platform></project>"}) {
+    EXPECT_EQ(read(document), "") << document;
+  }
+}
+
+TEST(KernelFile, ElementsInAWrongPlaceAreNotRead) {
+  EXPECT_EQ(read("<project><kernel/><platform><kernel/><core><kernel/></core><device><kernel/>"
+                 "</device></platform><x><platform><device><core><kernel/></core></device>"
+                 "</platform></x></project>"),
+            "");
+  EXPECT_EQ(read(inCore("<p:kernel/><Kernel/><kernel name='k'><x><arg name='a'/></x>"
+                        "<port><arg name='b'/></port><kernel name='inner'/></kernel>")),
+            kernel("k"));
+}
+
+TEST(KernelFile, UnknownElementsAndAttributesAreSkipped) {
+  EXPECT_EQ(read(inCore("<x name='1'><kernel/></x><kernel x='2' name='k' p:name='3'>text"
+                        "<arg x='4' name='a'><arg name='b'/></arg></kernel>")),
+            kernel("k", {{"a", "a", ""}}));
+}
+
+TEST(KernelFile, ValuesArriveAsUtf8AfterReferencesAndNormalisation) {
+  EXPECT_EQ(named("&lt;&#x20AC;&#10;\n&quot;"),
+            kernel("k", {{"<\xE2\x82\xAC\n \"", "<\xE2\x82\xAC\n \"", ""}}));
+  EXPECT_EQ(read("<?xml version='1.0' encoding='ISO-8859-1'?>" + inCore("<kernel name='\xE9'/>")),
+            kernel("\xC3\xA9"));
+}
+
+TEST(KernelFile, AMalformedDocumentIsRefusedWhereverTheFaultStands) {
+  const std::string good = inCore("<kernel name='k'><arg name='a'/></kernel>");
+  for (const std::string& document :
+       {std::string(), std::string(" \n"), std::string("kernel"), "x" + good, good + "x",
+        good + "<project/>", good + "<!-- c", good.substr(0, good.size() - 1),
+        inCore("<kernel name='k'/><core>"), inCore("<kernel name='k' name='l'/>"),
+        inCore("<kernel name='k'/>&undefined;"), inCore("<kernel name='k'/>\x01")}) {
+    EXPECT_EQ(read(document), refusal) << document;
+  }
+}
+
+TEST(KernelFile, AnotherRootIsRefused) {
+  EXPECT_EQ(read("<kernel/>"), refusal);
+  EXPECT_EQ(read("<p:project xmlns:p='urn:p'/>"), refusal);
+}
+
+TEST(KernelFile, AnAddressQualifierMustBeAnUnsignedNumberOf32Bits) {
+  const auto withQualifier = [](const std::string& value) {
+    return inCore("<kernel><arg addressQualifier='" + value + "'/></kernel>");
+  };
+  for (const std::string value : {"0", "4294967295", "0000000000000000000000000000001"}) {
+    EXPECT_EQ(read(withQualifier(value)), kernel("", {{"", "", ""}})) << value;
+  }
+  for (const std::string value : {"", "-1", "+1", "1 ", "0x1", "4294967296", "one"}) {
+    EXPECT_EQ(read(withQualifier(value)), refusal) << value;
+  }
+  EXPECT_EQ(read(inCore("<arg addressQualifier='one'/>")), "") << "not in its place";
+}
+
+TEST(KernelFile, EntityAndAttributeDeclarationsAreRefused) {
+  EXPECT_EQ(read("<!DOCTYPE project [<!ENTITY a 'b'>]>" + inCore("<kernel/>")), refusal);
+  EXPECT_EQ(read("<!DOCTYPE project [<!ATTLIST arg name CDATA 'a'>]>" + inCore("<kernel/>")),
+            refusal);
+  EXPECT_EQ(read("<!DOCTYPE project SYSTEM 'project.dtd'>" + inCore("<kernel/>")), kernel(""));
+}
+
+TEST(KernelFile, ElementsNestUpTo256Deep) {
+  const auto nested = [](std::size_t depth) {
+    std::string document;
+    for (std::size_t i = 1; i < depth; ++i) document = "<x>" + document + "</x>";
+    return "<project>" + document + "</project>";
+  };
+  EXPECT_EQ(read(nested(256)), "");
+  EXPECT_EQ(read(nested(257)), refusal);
+}
+
+TEST(KernelFile, ReadsAPipeThatIsOpenedTwice) {
+  const std::string document = inCore("<kernel name='k'><arg name='a'/></kernel>");
+  const PiecewisePipe pipe(pieces(document, 7));
+  EXPECT_EQ(readFrom(pipe.path()), kernel("k", {{"a", "a", ""}}));
+}
+
+TEST(KernelFile, ReadsANamedPipeWhoseWriterIsDone) {
+  NamedPipe pipe;
+  pipe.write(inCore("<kernel name='k'/>"));
+  KernelFile reader(pipe.path().c_str());
+  pipe.closeWriter();
+  ASSERT_TRUE(reader.isValid());
+  EXPECT_TRUE(reader.parse());
+  ASSERT_EQ(reader.kernels().size(), 1U);
+  EXPECT_EQ(describe(reader.kernels().front()), kernel("k"));
+}
+
+TEST(KernelFile, IsNotValidWithoutAFile) {
+  const TemporaryFolder folder;
+  for (const std::string& path : {folder.path("missing"), folder.path("."), std::string()}) {
+    const StreamCapture capture;
+    EXPECT_FALSE(KernelFile(path.c_str()).isValid()) << path;
+    EXPECT_EQ(capture.out() + capture.err(), "");
+  }
+}
+
+TEST(KernelFile, AFileThatIsGoneWhenItIsReadGivesNoRecord) {
+  const StreamCapture capture;
+  KernelFile reader("missing");
+  EXPECT_TRUE(reader.parse());
+  EXPECT_TRUE(reader.kernels().empty());
+  EXPECT_EQ(capture.out() + capture.err(), "");
+}
+
+TEST(KernelFile, FillsASetOfReservedWordsOfItsOwn) {
+  HdlReservedWords& processSet = processHdlReservedWords();
+  processSet.clear();
+  EXPECT_EQ(named("reg_r"), kernel("k", {{"reg", "reg_r", ""}}));
+  EXPECT_TRUE(processSet.empty());
+}
+
+}  // namespace
+}  // namespace consolidator
