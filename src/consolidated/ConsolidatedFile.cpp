@@ -4,6 +4,7 @@
 #include "model/ByteWriter.h"
 #include "model/KernelJson.h"
 #include "model/KernelMerge.h"
+#include "readers/AuxiliaryXMLFile.h"
 #include "readers/HierarchyFile.h"
 #include "readers/KernelFile.h"
 
@@ -192,7 +193,10 @@ void ConsolidatedFile::addKernelXml(const std::string& path) {
 
 void ConsolidatedFile::addHls(const std::string& /*path*/) {}
 
-void ConsolidatedFile::addAuxiliary(const std::string& /*path*/) {}
+void ConsolidatedFile::addAuxiliary(const std::string& path) {
+  AuxiliaryXMLFile reader(path.c_str());
+  addInput(reader);
+}
 
 void ConsolidatedFile::addLogicLocations(const std::string& /*path*/) {}
 
