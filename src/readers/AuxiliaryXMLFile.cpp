@@ -2,8 +2,10 @@
 
 #include "readers/FieldReader.h"
 #include "readers/HdlReservedWords.h"
+#include "readers/WhiteSpace.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iostream>
 #include <optional>
 #include <string_view>
@@ -17,9 +19,31 @@ constexpr std::string_view functionName = "ak:functionName=";
 constexpr std::string_view originalName = "ak:originalName=";
 constexpr std::string_view busTypeRef = "ak:busTypeRef=";
 
-// As std::string_view does it, but the compiler sees the length of the prefix.
-bool startsWith(std::string_view word, std::string_view prefix) {
-  return word.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), word.begin());
+// The word of the line that starts there if it begins with the name; else nothing. The line begins
+// with white space.
+template <const std::string_view& name>
+std::string_view attributeAt(std::size_t start, std::string_view line) {
+  if (start == 0 || line.size() - start < name.size()) return {};
+  if (!std::equal(name.begin(), name.end(), line.substr(start).begin())) return {};
+  return isWhiteSpace(line[start - 1]) ? line.substr(start, wordLength(line.substr(start)))
+                                       : std::string_view();
+}
+
+// Calls `take` with each word that begins with the name, up to one for which it returns false. They
+// are looked for by the capital letter of the name, which is rare: to look at every word would make
+// the whole reading a third slower. Returns false if one of the words ends where its value should
+// start.
+template <const std::string_view& name, typename Take>
+bool forEachAttribute(std::string_view line, Take take) {
+  constexpr std::size_t capital = name.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+  for (std::size_t found = line.find(name[capital], capital); found != std::string_view::npos;
+       found = line.find(name[capital], found + 1)) {
+    const std::string_view word = attributeAt<name>(found - capital, line);
+    if (word.empty()) continue;
+    if (word.size() == name.size()) return false;
+    if (!take(word)) break;
+  }
+  return true;
 }
 
 // What follows the attribute's name and one more character, whatever that is.
@@ -40,37 +64,36 @@ std::string_view typeOf(std::string_view busType) {
 }
 
 // An argument is added even if the line names none.
-bool readArgument(FieldReader words, KernelRecord& kernel) {
+bool readArgument(std::string_view attributes, KernelRecord& kernel) {
   std::string_view sourceName;
   std::string_view type;
-  for (auto word = words.readWord(); !word.empty(); word = words.readWord()) {
-    if (startsWith(word, originalName)) {
-      if (word == originalName) return false;
-      sourceName = quotedValueAfter(originalName, word);
-    } else if (startsWith(word, busTypeRef)) {
-      if (word == busTypeRef) return false;
-      type = typeOf(valueAfter(busTypeRef, word));
-    }
-  }
+  const bool namesAreWhole = forEachAttribute<originalName>(attributes, [&](std::string_view word) {
+    sourceName = quotedValueAfter(originalName, word);
+    return true;
+  });
+  const bool typesAreWhole = forEachAttribute<busTypeRef>(attributes, [&](std::string_view word) {
+    type = typeOf(valueAfter(busTypeRef, word));
+    return true;
+  });
+  if (!namesAreWhole || !typesAreWhole) return false;
   kernel.addArgument(restoreReservedWordName(sourceName), sourceName, type);
   return true;
 }
 
-bool readKernelName(FieldReader words, KernelRecord& kernel) {
-  for (auto word = words.readWord(); !word.empty(); word = words.readWord()) {
-    if (word == functionName) return false;
-    if (!startsWith(word, functionName)) continue;
+// The first name of a line is taken and ends it.
+bool readKernelName(std::string_view attributes, KernelRecord& kernel) {
+  return forEachAttribute<functionName>(attributes, [&](std::string_view word) {
     kernel.name = quotedValueAfter(functionName, word);
-    break;
-  }
-  return true;
+    return false;
+  });
 }
 
 // Returns false for a word without the value that it should have.
-bool readElement(FieldReader words, KernelRecord& kernel) {
-  const std::string_view element = words.readWord();
-  if (element == "<ak:arg") return readArgument(words, kernel);
-  if (element == "<ak:acceleratorMap") return readKernelName(words, kernel);
+bool readElement(std::string_view line, KernelRecord& kernel) {
+  FieldReader fields(line);
+  const std::string_view element = fields.readWord();
+  if (element == "<ak:arg") return readArgument(fields.rest(), kernel);
+  if (element == "<ak:acceleratorMap") return readKernelName(fields.rest(), kernel);
   return true;
 }
 
@@ -80,7 +103,7 @@ bool AuxiliaryXMLFile::parse() {
   if (!isValid()) return false;
   KernelRecord kernel;
   while (const std::optional<BoundedLine> line = buffer_.readLine(lineBound)) {
-    if (line->overBound || !readElement(FieldReader(line->text), kernel)) {
+    if (line->overBound || !readElement(line->text, kernel)) {
       std::cerr << "Malformed auxiliary file: " << fileName_ << std::endl;
       return false;
     }
