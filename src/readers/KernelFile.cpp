@@ -5,6 +5,7 @@
 
 #include <iostream>
 #include <string>
+#include <utility>
 
 namespace consolidator {
 
@@ -35,15 +36,16 @@ bool KernelFile::parse() {
     std::cerr << "Could not parse kernel file" << std::endl;
     return false;
   }
-  KernelRecord record;
-  forEachKernel(project, [&](const Devpack::Kernel& kernel) { addKernel(kernel, record); });
+  forEachKernel(project, [this](const Devpack::Kernel& kernel) { addKernel(kernel); });
   return true;
 }
 
-// The record goes on from one kernel to the next, deliberately: each kernel is stored with the
+// A record starts as a copy of the one before it, deliberately: each kernel is stored with the
 // arguments of those before it.
-void KernelFile::addKernel(const Devpack::Kernel& kernel, KernelRecord& record) {
+void KernelFile::addKernel(const Devpack::Kernel& kernel) {
+  KernelRecord record = kernels_.empty() ? KernelRecord() : kernels_.back();
   record.name = kernel.name.get();
+  record.arguments.reserve(record.arguments.size() + kernel.arg.count());
   kernel.arg.forEach([&](const Devpack::Arg& argument) {
     const std::string& hardwareName = argument.name.get();
     record.addArgument(restoreReservedWordName(hardwareName, reservedWords_), hardwareName,
@@ -51,7 +53,7 @@ void KernelFile::addKernel(const Devpack::Kernel& kernel, KernelRecord& record) 
   });
   record.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
   record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
-  kernels_.push_back(record);
+  kernels_.push_back(std::move(record));
 }
 
 }  // namespace consolidator

@@ -32,7 +32,7 @@ class KernelFile : public InputFile {
   bool parse() override;
 
  private:
-  void addKernel(const Devpack::Kernel& kernel, KernelRecord& record);
+  void addKernel(const Devpack::Kernel& kernel);
 
   HdlReservedWords reservedWords_;
 };
