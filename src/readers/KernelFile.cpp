@@ -4,7 +4,7 @@
 #include "schema/DevpackXmlReaderWriterLMX.h"
 
 #include <iostream>
-#include <string>
+#include <string_view>
 #include <utility>
 
 namespace consolidator {
@@ -47,7 +47,7 @@ void KernelFile::addKernel(const Devpack::Kernel& kernel) {
   record.name = kernel.name.get();
   record.arguments.reserve(record.arguments.size() + kernel.arg.count());
   kernel.arg.forEach([&](const Devpack::Arg& argument) {
-    const std::string& hardwareName = argument.name.get();
+    const std::string_view hardwareName = argument.name.get();
     record.addArgument(restoreReservedWordName(hardwareName, reservedWords_), hardwareName,
                        argument.type.get());
   });

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "schema/CompactText.h"
+
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace Devpack {
@@ -19,11 +22,17 @@ class OptionalValue {
   bool isPresent() const { return present_; }
 
   /// The value; an empty text or 0 when it is absent.
-  const T& get() const { return value_; }
+  decltype(auto) get() const {
+    if constexpr (std::is_same_v<T, CompactText>) {
+      return value_.view();
+    } else {
+      return (value_);
+    }
+  }
 
   template <typename U>
   void set(U&& value) {
-    value_ = std::forward<U>(value);
+    value_ = T(std::forward<U>(value));
     present_ = true;
   }
 
@@ -34,7 +43,7 @@ class OptionalValue {
   bool present_ = false;
 };
 
-using Attribute = OptionalValue<std::string, ValuePlace::Attribute>;
+using Attribute = OptionalValue<CompactText, ValuePlace::Attribute>;
 using UnsignedAttribute = OptionalValue<std::uint32_t, ValuePlace::Attribute>;
 using TextElement = OptionalValue<std::string, ValuePlace::TextElement>;
 
