@@ -2,6 +2,7 @@
 
 #include "InputFiles.h"
 #include "ProcessRunner.h"
+#include "ReaderCases.h"
 #include "consolidated/FileHeader.h"
 #include "consolidated/SectionEntry.h"
 
@@ -201,6 +202,11 @@ bool Workbench::runTool(std::vector<std::string> arguments) const {
   return runner_.run(toolWords(std::move(arguments))).has_value();
 }
 
-std::span<const RatioCase> ratioCases() { return cases; }
+std::vector<RatioCase> ratioCases() {
+  std::vector<RatioCase> all(cases.begin(), cases.end());
+  const std::span<const RatioCase> ofReaders = readerCases();
+  all.insert(all.end(), ofReaders.begin(), ofReaders.end());
+  return all;
+}
 
 }  // namespace consolidator

@@ -3,7 +3,6 @@
 #include "Contest.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +39,6 @@ struct RatioCase {
 };
 
 /// All cases, in the order in which they are measured.
-std::span<const RatioCase> ratioCases();
+std::vector<RatioCase> ratioCases();
 
 }  // namespace consolidator

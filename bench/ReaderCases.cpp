@@ -1,0 +1,88 @@
+#include "ReaderCases.h"
+
+#include "ReaderInputs.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace consolidator {
+
+namespace {
+
+constexpr std::uint64_t kernelXmlSize = 50'000'000;
+constexpr std::uint64_t auxiliarySize = 50'000'000;
+constexpr std::uint32_t argumentNames = 1'000;
+
+constexpr double kernelXmlGoal = 1.2;
+constexpr double auxiliaryGoal = 2.5;
+constexpr double growthGoal = 1.15;
+
+// The growth is measured from a quarter of this count of entries.
+constexpr std::uint32_t manyEntries = 64'000;
+
+// The tool reading a file, against another program doing something with it.
+Contest contestWith(const Workbench& bench, const std::string& option, const std::string& input,
+                    std::vector<std::string> yardstick, double goal) {
+  const std::string file = bench.path("file");
+  Contest contest;
+  contest.tool = {bench.toolWords({"-f", file, option, input}), file};
+  contest.yardstick = {std::move(yardstick), ""};
+  contest.goal = goal;
+  contest.leastOutput = 1;
+  return contest;
+}
+
+// `write(path, entries)` writes an input of so many entries.
+template <typename Write>
+Contest growth(const Workbench& bench, const std::string& option, Write write) {
+  const auto contender = [&](const std::string& name, std::uint32_t entries) {
+    const std::string input = bench.path("input_" + name);
+    const std::string file = bench.path("file_" + name);
+    write(input, entries);
+    return Contender{bench.toolWords({"-c", "-f", file, option, input}), file};
+  };
+  Contest contest;
+  contest.tool = contender("larger", manyEntries);
+  contest.yardstick = contender("smaller", manyEntries / 4);
+  contest.goal = growthGoal;
+  contest.leastOutput = 1;
+  contest.repetitions = 5;
+  contest.measure = Measure::Exponent;
+  return contest;
+}
+
+std::optional<Contest> readAuxiliary(const Workbench& bench) {
+  const std::string input = bench.path("auxiliary.xml");
+  writeAuxiliaryFileOfSize(input, argumentNames, auxiliarySize);
+  return contestWith(bench, "-x", input, {"grep", "-c", "ak:arg", input}, auxiliaryGoal);
+}
+
+std::optional<Contest> growAuxiliaryArguments(const Workbench& bench) {
+  return growth(bench, "-x", writeAuxiliaryFile);
+}
+
+std::optional<Contest> readKernelXml(const Workbench& bench) {
+  const std::string input = bench.path("kernel.xml");
+  writeKernelXmlOfSize(input, kernelXmlSize);
+  return contestWith(bench, "-k", input, {"xmllint", "--noout", "--stream", input}, kernelXmlGoal);
+}
+
+std::optional<Contest> growKernelArguments(const Workbench& bench) {
+  return growth(bench, "-k", writeKernelXml);
+}
+
+constexpr std::array cases = {
+    RatioCase{"read-kernel-xml", readKernelXml},
+    RatioCase{"grow-kernel-xml", growKernelArguments},
+    RatioCase{"read-auxiliary", readAuxiliary},
+    RatioCase{"grow-auxiliary", growAuxiliaryArguments},
+};
+
+}  // namespace
+
+std::span<const RatioCase> readerCases() { return cases; }
+
+}  // namespace consolidator

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "RatioCases.h"
+
+#include <span>
+
+namespace consolidator {
+
+/// The cases of the readers of kernel XML and auxiliary XML: against programs that parse or search
+/// the same file, and against themselves on larger inputs.
+std::span<const RatioCase> readerCases();
+
+}  // namespace consolidator
