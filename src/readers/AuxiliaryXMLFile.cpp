@@ -60,7 +60,7 @@ std::string_view quotedValueAfter(std::string_view attribute, std::string_view w
 // The opening quote is cut and the closing one is not, deliberately: a stream is what stands in two
 // pairs of quotes, and one pair makes it an "int".
 std::string_view typeOf(std::string_view busType) {
-  return busType == "\"acc_fifo\"" || busType == "\"acc_fifo\"\"" ? "int*" : "int";
+  return busType == R"("acc_fifo")" || busType == R"("acc_fifo"")" ? "int*" : "int";
 }
 
 // An argument is added even if the line names none.

@@ -25,7 +25,7 @@ class CompactText {
       bytes_.back() = static_cast<char>(text.size());
     } else {
       const std::string* const owned = std::make_unique<std::string>(text).release();
-      std::memcpy(bytes_.data(), &owned, sizeof owned);
+      std::memcpy(bytes_.data(), &owned, pointerSize);
       bytes_.back() = isOwner;
     }
   }
@@ -55,10 +55,11 @@ class CompactText {
 
  private:
   static constexpr char isOwner = inlineSize + 1;
+  static constexpr std::size_t pointerSize = sizeof(void*);
 
   const std::string* owned() const {
     const std::string* text = nullptr;
-    std::memcpy(&text, bytes_.data(), sizeof text);
+    std::memcpy(&text, bytes_.data(), pointerSize);
     return text;
   }
 
