@@ -1,13 +1,13 @@
 #include "readers/InputBuffer.h"
 
+#include "readers/WhiteSpace.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -16,25 +16,6 @@ namespace consolidator {
 namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} * 1024;
-
-bool isWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-// Returns the first white space in a range, or its end. Looks at eight bytes at a time, since
-// paths are long: all white space is below '!', and little else in a text is.
-const char* findWhiteSpace(const char* start, const char* end) {
-  constexpr std::uint64_t each = 0x0101'0101'0101'0101U;
-  constexpr std::uint64_t highBits = 0x80 * each;
-  for (; end - start >= 8; start += 8) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, start, sizeof bytes);
-    const std::uint64_t below = (bytes - '!' * each) & ~bytes & highBits;
-    if (below != 0) {
-      const char* const found = std::find_if(start, start + 8, isWhiteSpace);
-      if (found != start + 8) return found;
-    }
-  }
-  return std::find_if(start, end, isWhiteSpace);
-}
 
 int openForReading(const char* fileName) {
   const int descriptor = open(fileName, O_RDONLY | O_CLOEXEC);
@@ -66,7 +47,7 @@ InputBuffer::~InputBuffer() {
 bool InputBuffer::skipWhiteSpace() {
   do {
     const char* const next = std::find_if_not(gptr(), egptr(), isWhiteSpace);
-    consume(static_cast<std::size_t>(next - gptr()));
+    skip(static_cast<std::size_t>(next - gptr()));
     if (available() > 0) return true;
   } while (readMore());
   return false;
@@ -76,19 +57,18 @@ std::string_view InputBuffer::readWord() {
   if (!skipWhiteSpace()) return {};
   std::size_t length = 0;
   do {
-    const char* const wordEnd = findWhiteSpace(gptr() + length, egptr());
-    length = static_cast<std::size_t>(wordEnd - gptr());
+    length += wordLength(buffered().substr(length));
   } while (length == available() && readMore());
   const std::string_view word{gptr(), length};
-  consume(length);
+  skip(length);
   return word;
 }
 
 void InputBuffer::skipLine() {
   do {
     const std::size_t length = lengthUpTo('\n', 0);
-    if (length < available()) return consume(length + 1);
-    consume(length);
+    if (length < available()) return skip(length + 1);
+    skip(length);
   } while (readMore());
 }
 
@@ -103,7 +83,7 @@ std::optional<BoundedLine> InputBuffer::readLine(std::size_t bound) {
     }
   } while (length == available() && readMore());
   const char* const start = gptr();
-  consume(std::min(length + 1, available()));
+  skip(std::min(length + 1, available()));
   return BoundedLine{{start, strnlen(start, length)}, false};
 }
 

@@ -34,6 +34,13 @@ class InputBuffer : public std::streambuf {
 
   bool isOpen() const { return isOpen_; }
 
+  /// The bytes that are next and in memory already; may be none before the end of the input, too.
+  /// For a quick look ahead. The view holds until the next read.
+  std::string_view buffered() const { return {gptr(), available()}; }
+
+  /// Skips so many of the buffered() bytes.
+  void skip(std::size_t count) { setg(eback(), gptr() + count, egptr()); }
+
   /// Skips white space. Returns false at the end of the input.
   bool skipWhiteSpace();
 
@@ -55,8 +62,6 @@ class InputBuffer : public std::streambuf {
   std::size_t available() const { return static_cast<std::size_t>(egptr() - gptr()); }
 
   std::size_t lengthUpTo(char c, std::size_t from) const;
-
-  void consume(std::size_t count) { setg(eback(), gptr() + count, egptr()); }
 
   bool readMore();
   void makeRoom();
