@@ -7,6 +7,7 @@
 #include "readers/AuxiliaryXMLFile.h"
 #include "readers/HierarchyFile.h"
 #include "readers/KernelFile.h"
+#include "readers/LLFile.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -198,7 +199,11 @@ void ConsolidatedFile::addAuxiliary(const std::string& path) {
   addInput(reader);
 }
 
-void ConsolidatedFile::addLogicLocations(const std::string& /*path*/) {}
+void ConsolidatedFile::addLogicLocations(const std::string& path) {
+  LLFile reader(path.c_str());
+  reader.setKernels(kernels_);
+  addInput(reader);
+}
 
 void ConsolidatedFile::addRamReport(const std::string& /*path*/) {}
 

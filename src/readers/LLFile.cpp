@@ -1,0 +1,88 @@
+#include "readers/LLFile.h"
+
+#include "readers/FieldReader.h"
+#include "readers/FindLast.h"
+#include "readers/NetBit.h"
+#include "readers/RegisterIndex.h"
+#include "readers/WhiteSpace.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace consolidator {
+
+namespace {
+
+constexpr std::string_view netMark = "Net=";
+
+// Returns where the first line starts that may name a known register as its net; or else the last
+// line, whose rest may be missing. A word that may be the net starts behind white space or behind
+// the digits of the last number, so none starts inside another.
+std::size_t lineOfConcern(const RegisterIndex& registers, std::string_view lines) {
+  std::size_t at = 0;
+  std::string_view net;
+  do {
+    at = lines.find(netMark, at + net.size());
+    if (at == std::string_view::npos) break;
+    at += netMark.size();
+    net = lines.substr(at, plainLength(lines.substr(at)));
+  } while (at + net.size() < lines.size() && isWhiteSpace(lines[at + net.size()]) &&
+           !registers.mayKnow(NetBit(net).registerName()));
+  return findLast(lines.substr(0, at), '\n') + 1;
+}
+
+// Reads the fields up to the net.
+bool readLocation(FieldReader& fields, LogicLocation& location) {
+  std::uint64_t number = 0;
+  std::uint64_t first = 0;
+  if (fields.readWord() != "Bit" || !fields.readNumber(number) || !fields.readNumber(first, 16) ||
+      !fields.readNumber(location.second)) {
+    return false;
+  }
+  location.first = static_cast<std::uint32_t>(first);
+  fields.readWord();
+  std::uint32_t region = 0;
+  return fields.readNumber(region);
+}
+
+std::optional<NetBit> readNet(FieldReader& fields) {
+  std::string_view word;
+  do {
+    word = fields.readWord();
+    if (word.starts_with(netMark)) return NetBit(word.substr(netMark.size()));
+  } while (!word.empty());
+  return std::nullopt;
+}
+
+}  // namespace
+
+void LLFile::setKernels(const KernelList& kernels) {
+  kernels_.assign(kernels.begin(), kernels.end());
+}
+
+bool LLFile::parse() {
+  if (!isValid()) return false;
+  RegisterIndex registers(kernels_);
+  // White space in front of a line does not count as part of it, but for the first line.
+  do {
+    if (const auto line = buffer_.readLine(lineBound)) readBit(line->text, registers);
+    buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
+  } while (buffer_.skipWhiteSpace());
+  return true;
+}
+
+void LLFile::readBit(std::string_view line, RegisterIndex& registers) {
+  if (line.starts_with(';') || line.find("Revision") != std::string_view::npos) return;
+  FieldReader fields(line);
+  LogicLocation location;
+  if (!readLocation(fields, location)) return;
+  const std::optional<NetBit> bit = readNet(fields);
+  const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
+  if (!index) return;
+  const RegisterIndex::Found found = registers.find(bit->net());
+  for (const std::uint32_t kernel : found.kernels) {
+    kernels_[kernel].setLogicLocation(found.hardwareName, *index, location.first, location.second);
+  }
+}
+
+}  // namespace consolidator

@@ -1,0 +1,44 @@
+#include "readers/NumbersByText.h"
+
+#include <functional>
+
+namespace consolidator {
+
+NumbersByText::NumbersByText(std::span<const Note> notes) {
+  std::vector<std::vector<std::uint32_t>> lists;
+  for (const auto& [text, number] : notes) {
+    const std::size_t hash = std::hash<std::string_view>{}(text);
+    std::size_t position = positionOf(text, hash);
+    if (position == PositionIndex::none) {
+      position = lists.size();
+      index_.add(hash, position);
+      lists.emplace_back();
+      texts_ += text;
+      entries_.push_back({.textStart = static_cast<std::uint32_t>(texts_.size())});
+    }
+    std::vector<std::uint32_t>& list = lists[position];
+    if (list.empty() || list.back() != number) list.push_back(number);
+  }
+  for (std::size_t i = 0; i < lists.size(); ++i) {
+    numbers_.insert(numbers_.end(), lists[i].begin(), lists[i].end());
+    entries_[i + 1].numbersStart = static_cast<std::uint32_t>(numbers_.size());
+  }
+}
+
+std::vector<std::string_view> NumbersByText::texts() const {
+  std::vector<std::string_view> texts;
+  texts.reserve(size());
+  for (std::size_t i = 0; i < size(); ++i) texts.push_back(text(i));
+  return texts;
+}
+
+NumbersByText::Numbers NumbersByText::find(std::string_view text) const {
+  const std::size_t position = positionOf(text, std::hash<std::string_view>{}(text));
+  return position == PositionIndex::none ? Numbers() : numbers(position);
+}
+
+std::size_t NumbersByText::positionOf(std::string_view wanted, std::size_t hash) const {
+  return index_.find(hash, [&](std::size_t position) { return text(position) == wanted; });
+}
+
+}  // namespace consolidator

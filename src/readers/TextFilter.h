@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+
+/// A set of texts that may err: it knows every text that was added, and a few percent of all
+/// others. It takes two to four bytes a text and one access to memory a question, which makes it a
+/// sieve in front of a slower search that is nearly always in vain.
+class TextFilter {
+ public:
+  /// Makes room for so many texts; more of them only cause more errors.
+  explicit TextFilter(std::size_t textCount);
+
+  void add(std::string_view text);
+
+  /// Returns false only if the text was not added.
+  bool mayHold(std::string_view text) const;
+
+ private:
+  std::uint64_t bitOf(std::string_view text) const;
+
+  std::vector<std::uint64_t> bits_;
+  int hashShift_ = 0;  // leaves as many bits of a hash as it takes to number the bits
+};
+
+}  // namespace consolidator

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+
+/// Finds which of many patterns occur in a text, in one pass over the text however many patterns
+/// there are (the Aho-Corasick automaton). A text may be searched in pieces.
+///
+/// The states are the prefixes of the patterns, numbered by length, so that the children of a state
+/// (its prefix and one character more) are numbered in a row and need no table: a state takes 17
+/// bytes. A table of all transitions would be a little faster for few patterns, but takes megabytes
+/// for a thousand of them and then waits for memory.
+class TextSearch {
+ public:
+  /// What a search remembers of the text so far: the longest prefix of a pattern that it ends in.
+  using State = std::uint32_t;
+
+  static constexpr State start = 0;
+
+  /// The patterns must differ from one another; together they must be shorter than 4 GiB. They are
+  /// not referred to later.
+  explicit TextSearch(std::span<const std::string_view> patterns);
+
+  /// Continues a search with a piece of text. Appends the positions (in the constructor's list) of
+  /// the patterns that end in this piece, each once, in no particular order; the empty pattern ends
+  /// in every piece. Returns the state after the piece.
+  State search(State state, std::string_view piece, std::vector<std::uint32_t>& found);
+
+ private:
+  static constexpr std::uint32_t none = static_cast<std::uint32_t>(-1);
+
+  struct Node {
+    State firstChild = 0;          // the children end where those of the next state start
+    State fallback = start;        // its longest proper suffix that is a state
+    State longestMatch = none;     // its longest suffix, maybe itself, that is a pattern
+    std::uint32_t pattern = none;  // the pattern that it is
+  };
+
+  void addNodes(std::span<const std::string_view> patterns);
+  State child(State state, char c) const;
+  State next(State state, char c) const;
+  void addMatches(State state, std::vector<std::uint32_t>& found);
+
+  std::vector<Node> nodes_;
+  std::vector<char> lastCharacters_;  // of the states
+  std::array<bool, 256> startsPattern_{};
+  std::vector<std::uint64_t> foundBy_;  // for each pattern the number of the last search to find it
+  std::uint64_t searchNumber_ = 0;
+};
+
+}  // namespace consolidator

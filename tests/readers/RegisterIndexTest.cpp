@@ -1,0 +1,72 @@
+#include "readers/RegisterIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+namespace {
+
+using Positions = std::vector<std::uint32_t>;
+
+KernelRecord kernelWith(const std::vector<std::string>& paths,
+                        const std::vector<std::string>& arguments,
+                        const std::vector<std::string>& variables) {
+  KernelRecord kernel;
+  for (const std::string& path : paths) kernel.addInstancePath(path);
+  for (const std::string& text : arguments) kernel.addArgument("a_" + text, text, "int");
+  for (const std::string& text : variables) kernel.addVariable("v_" + text, text, "int");
+  return kernel;
+}
+
+TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
+  const std::vector<KernelRecord> kernels{
+      kernelWith({"/top/u0"}, {"r"}, {}), kernelWith({"/top/u0"}, {"s"}, {}),
+      kernelWith({"/top/u1"}, {"r"}, {}), kernelWith({"/top"}, {}, {"r"}),
+      kernelWith({}, {"r"}, {})};
+  RegisterIndex index(kernels);
+  EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 3}));
+  EXPECT_EQ(index.find("top/u1/r").kernels, (Positions{2, 3}));
+  EXPECT_EQ(index.find("top/u0/s").kernels, (Positions{1}));
+  EXPECT_EQ(index.find("top/u0/t").kernels, Positions());
+  EXPECT_EQ(index.find("r").kernels, Positions());
+}
+
+TEST(RegisterIndex, NamesTheRegisterWithASlashInFront) {
+  const std::vector<KernelRecord> kernels{kernelWith({"/top"}, {"r", ""}, {})};
+  RegisterIndex index(kernels);
+  EXPECT_EQ(index.find("top/r").hardwareName, "/top/r");
+  EXPECT_EQ(index.find("").hardwareName, "/");
+}
+
+TEST(RegisterIndex, FindsTheSameForTheSameNameAgain) {
+  const std::vector<KernelRecord> kernels{kernelWith({"/top"}, {"r", ""}, {})};
+  RegisterIndex index(kernels);
+  for (const char* const name : {"top/r", "top/r", "other/r", "other/r", "", "", "top/", "top/r"}) {
+    const bool isInside = std::string_view(name).starts_with("top/");
+    EXPECT_EQ(index.find(name).kernels, isInside ? Positions{0} : Positions()) << name;
+  }
+}
+
+TEST(RegisterIndex, ListsAKernelOnceForSeveralPathsAndRegisters) {
+  const std::vector<KernelRecord> kernels{
+      kernelWith({"/top", "/top/u0", "u0", ""}, {"r"}, {"r"}),
+      kernelWith({"u0", "/top/u0"}, {"r"}, {}),
+  };
+  RegisterIndex index(kernels);
+  EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 1}));
+}
+
+TEST(RegisterIndex, MayKnowEveryRegisterOfArgumentsAndVariables) {
+  const std::vector<KernelRecord> kernels{kernelWith({}, {"r"}, {"s"}), kernelWith({}, {"t"}, {})};
+  const RegisterIndex index(kernels);
+  EXPECT_TRUE(index.mayKnow("r"));
+  EXPECT_TRUE(index.mayKnow("s"));
+  EXPECT_TRUE(index.mayKnow("t"));
+  EXPECT_FALSE(RegisterIndex(std::vector<KernelRecord>()).mayKnow("r"));
+}
+
+}  // namespace
+}  // namespace consolidator
