@@ -5,6 +5,7 @@
 #include "model/KernelJson.h"
 #include "model/KernelMerge.h"
 #include "readers/AuxiliaryXMLFile.h"
+#include "readers/HLSFile.h"
 #include "readers/HierarchyFile.h"
 #include "readers/KernelFile.h"
 #include "readers/LLFile.h"
@@ -192,7 +193,10 @@ void ConsolidatedFile::addKernelXml(const std::string& path) {
   addInput(reader);
 }
 
-void ConsolidatedFile::addHls(const std::string& /*path*/) {}
+void ConsolidatedFile::addHls(const std::string& path) {
+  HLSFile reader(path.c_str());
+  addInput(reader);
+}
 
 void ConsolidatedFile::addAuxiliary(const std::string& path) {
   AuxiliaryXMLFile reader(path.c_str());

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "readers/FieldReader.h"
+#include "readers/HlsFunctionRecord.h"
+#include "readers/InputFile.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace consolidator {
+
+/// Reader of the debug metadata file that high-level synthesis writes for one kernel. It ties the
+/// local variables of the source to registers, and each synthesised function to a source line:
+///
+///     # comment; blank lines and lines that begin with a space or a tab are comments too
+///     Begin Function vadd
+///     RTL vadd fsm (state == 3)
+///     local sum
+///     at vadd.cpp:12
+///     reg: sum_next[31:0]
+///     last sum_reg[31:0] vadd
+///     End Function vadd
+///
+/// An RTL line starts a function record, named by the words from the fourth on. A block starts with
+/// a "local" line and runs over all lines of two words with a ":" in the second: a register behind
+/// "reg:", a source position behind anything else. The line after these closes the block; its
+/// second word is the register that counts.
+///
+/// A function is complete when the next one starts. What it gives goes into the kernel record then,
+/// so that a file of any size takes no more memory than its largest function and its result.
+class HLSFile : public InputFile {
+ public:
+  /// The greatest length of a line in bytes.
+  static constexpr std::size_t lineBound = 1023;
+
+  using InputFile::InputFile;
+
+  /// Appends one record, named for the file: its variables are the locals, its conditions one for
+  /// each function with a source position. Prints nothing. Returns false for a line that is none
+  /// of the above, a line over the bound, an "End Function" too much or too few, and a block before
+  /// any RTL line. The end of the file closes a block as an empty line does.
+  bool parse() override;
+
+ private:
+  bool readLine(std::string_view line);
+  bool closeScope();
+  void startFunction(FieldReader words);
+  void finishFunction();
+  bool readBlock(std::string_view localName);
+  std::optional<std::string_view> readBlockLine();
+
+  std::vector<std::string> functionScopes_;  // begun and not yet ended
+  bool hasFunction_ = false;                 // whether there was an RTL line
+  HlsFunctionRecord function_;               // of the last RTL line
+  LineNumberList usedLines_;                 // the first ones of earlier functions
+  KernelRecord kernel_;
+};
+
+}  // namespace consolidator
