@@ -9,6 +9,7 @@
 #include "readers/HierarchyFile.h"
 #include "readers/KernelFile.h"
 #include "readers/LLFile.h"
+#include "readers/RAMFile.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -209,7 +210,10 @@ void ConsolidatedFile::addLogicLocations(const std::string& path) {
   addInput(reader);
 }
 
-void ConsolidatedFile::addRamReport(const std::string& /*path*/) {}
+void ConsolidatedFile::addRamReport(const std::string& path) {
+  RAMFile reader(path.c_str(), kernels_);
+  addInput(reader);
+}
 
 void ConsolidatedFile::ensureSections() {
   if (!hasSection(SectionKind::Json)) table_.push_back({SectionKind::Json});
