@@ -1,14 +1,32 @@
 #include "model/KernelMerge.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace consolidator {
 
 namespace {
 
+// Logic locations are most of the memory of large models, so they are not copied, and a list that
+// is new as a whole is taken as such.
+void takeHardwareVariables(KernelRecord& known, HardwareVariableList& incoming) {
+  const bool isNew = known.hardwareVariables.empty() &&
+                     std::all_of(incoming.begin(), incoming.end(), [&](const auto& variable) {
+                       return incoming.find(variable.rtlName) == &variable;
+                     });
+  if (isNew) {
+    known.hardwareVariables = std::move(incoming);
+    return;
+  }
+  incoming.edit([&](std::vector<HardwareVariable>& variables) {
+    for (HardwareVariable& variable : variables) known.addHardwareVariable(std::move(variable));
+  });
+}
+
 // Bits and BRAMs of the incoming record are dropped, deliberately.
-void mergeInto(KernelRecord& known, const KernelRecord& incoming) {
+void mergeInto(KernelRecord& known, KernelRecord&& incoming) {
   if (known.type == KernelType::Unknown) known.type = incoming.type;
   for (const std::string& path : incoming.instancePaths) known.addInstancePath(path);
   for (const VariableRecord& argument : incoming.arguments) {
@@ -17,9 +35,7 @@ void mergeInto(KernelRecord& known, const KernelRecord& incoming) {
   for (const VariableRecord& variable : incoming.variables) {
     known.addVariable(variable.name, variable.second, variable.cType);
   }
-  for (const HardwareVariable& variable : incoming.hardwareVariables) {
-    known.addHardwareVariable(variable);
-  }
+  takeHardwareVariables(known, incoming.hardwareVariables);
   for (BreakableCondition condition : incoming.breakableConditions) {
     condition.valid = true;
     known.addBreakableCondition(condition);
@@ -30,7 +46,7 @@ void mergeInto(KernelRecord& known, const KernelRecord& incoming) {
 
 void mergeKernel(KernelList& kernels, KernelRecord incoming) {
   if (KernelRecord* known = kernels.find(incoming.name)) {
-    mergeInto(*known, incoming);
+    mergeInto(*known, std::move(incoming));
   } else {
     kernels.append(std::move(incoming));
   }

@@ -3,6 +3,8 @@
 #include "model/ConditionPreparer.h"
 
 #include <algorithm>
+#include <bit>
+#include <utility>
 
 namespace consolidator {
 
@@ -31,8 +33,8 @@ void KernelRecord::addVariable(std::string_view variableName, std::string_view s
   if (!variables.contains(variableName)) variables.append({variableName, second, cType});
 }
 
-void KernelRecord::addHardwareVariable(const HardwareVariable& variable) {
-  if (!hardwareVariables.contains(variable.rtlName)) hardwareVariables.append(variable);
+void KernelRecord::addHardwareVariable(HardwareVariable variable) {
+  if (!hardwareVariables.contains(variable.rtlName)) hardwareVariables.append(std::move(variable));
 }
 
 void KernelRecord::setLogicLocation(std::string_view rtlName, std::uint32_t bitIndex,
@@ -40,7 +42,10 @@ void KernelRecord::setLogicLocation(std::string_view rtlName, std::uint32_t bitI
   HardwareVariable* variable = hardwareVariables.find(rtlName);
   if (variable == nullptr) variable = &hardwareVariables.append(HardwareVariable(rtlName));
   std::vector<LogicLocation>& locations = variable->logicLocations;
-  if (locations.size() <= bitIndex) locations.resize(std::size_t{bitIndex} + 1);
+  if (const std::size_t least = std::size_t{bitIndex} + 1; locations.size() < least) {
+    locations.reserve(std::bit_ceil(least));  // most registers are that wide, seldom wider
+    locations.resize(least);
+  }
   locations[bitIndex] = {first, second};
 }
 

@@ -48,12 +48,12 @@ struct KernelRecord {
   /// Appends a variable without bits unless one of that name is present.
   void addVariable(std::string_view variableName, std::string_view second, std::string_view cType);
 
-  /// Appends a copy, locations included, unless a hardware variable of that `rtlName` is present.
-  void addHardwareVariable(const HardwareVariable& variable);
+  /// Appends it, locations included, unless a hardware variable of that `rtlName` is present.
+  void addHardwareVariable(HardwareVariable variable);
 
   /// Sets the location of one bit of the first hardware variable of that name, which is appended
   /// if absent. A list that is too short is first extended with (0, 0) up to the bit index, so it
-  /// takes 8 bytes times the index; callers bound the index.
+  /// takes up to 16 bytes times the index; callers bound it.
   void setLogicLocation(std::string_view rtlName, std::uint32_t bitIndex, std::uint32_t first,
                         std::uint32_t second);
 

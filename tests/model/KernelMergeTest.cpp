@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -139,6 +140,30 @@ TEST(KernelMerge, AppendsANewHardwareVariableWithItsLocations) {
   KernelRecord expected = first;
   expected.setLogicLocation("s", 1, 3, 4);
   EXPECT_EQ(merged({first, second}), describe(expected));
+}
+
+TEST(KernelMerge, TakesTheFirstOfSeveralNewHardwareVariablesOfAName) {
+  KernelRecord incoming = named("k");
+  for (const std::uint32_t first : {1U, 2U}) {
+    HardwareVariable variable("r");
+    variable.logicLocations = {{first, 0}};
+    incoming.hardwareVariables.append(variable);
+  }
+  KernelRecord expected = named("k");
+  expected.setLogicLocation("r", 0, 1, 0);
+  EXPECT_EQ(merged({named("k"), incoming}), describe(expected));
+}
+
+TEST(KernelMerge, MovesTheLocationsOfARecordThatIsNotNeededAnyMore) {
+  KernelList list = listOf({named("k")});
+  for (const std::string name : {"r", "s"}) {
+    KernelRecord incoming = named("k");
+    incoming.setLogicLocation(name, 31, 1, 2);
+    const LogicLocation* const locations = incoming.hardwareVariables.front().logicLocations.data();
+    mergeKernel(list, std::move(incoming));
+    EXPECT_EQ(list.front().hardwareVariables.back().logicLocations.data(), locations) << name;
+  }
+  EXPECT_EQ(list.front().hardwareVariables.size(), 2U);
 }
 
 TEST(KernelMerge, AppendsConditionsThatDifferInAnyField) {
