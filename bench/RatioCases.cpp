@@ -1,7 +1,7 @@
 #include "RatioCases.h"
 
 #include "InputFiles.h"
-#include "ProcessRunner.h"
+#include "LogicLocationCases.h"
 #include "ReaderCases.h"
 #include "consolidated/FileHeader.h"
 #include "consolidated/SectionEntry.h"
@@ -198,14 +198,15 @@ std::vector<std::string> Workbench::toolWords(std::vector<std::string> arguments
   return arguments;
 }
 
-bool Workbench::runTool(std::vector<std::string> arguments) const {
-  return runner_.run(toolWords(std::move(arguments))).has_value();
+std::optional<ProcessCost> Workbench::runTool(std::vector<std::string> arguments) const {
+  return runner_.run(toolWords(std::move(arguments)));
 }
 
 std::vector<RatioCase> ratioCases() {
   std::vector<RatioCase> all(cases.begin(), cases.end());
-  const std::span<const RatioCase> ofReaders = readerCases();
-  all.insert(all.end(), ofReaders.begin(), ofReaders.end());
+  for (const std::span<const RatioCase> more : {readerCases(), logicLocationCases()}) {
+    all.insert(all.end(), more.begin(), more.end());
+  }
   return all;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Contest.h"
+#include "ProcessRunner.h"
 
 #include <optional>
 #include <string>
@@ -21,8 +22,8 @@ class Workbench {
   /// The words of a run of the tool with these arguments.
   std::vector<std::string> toolWords(std::vector<std::string> arguments) const;
 
-  /// Runs the tool once, unmeasured. Returns false, after a message, when that fails.
-  bool runTool(std::vector<std::string> arguments) const;
+  /// Runs the tool once. Returns nothing, after a message, when that fails.
+  std::optional<ProcessCost> runTool(std::vector<std::string> arguments) const;
 
  private:
   const ProcessRunner& runner_;

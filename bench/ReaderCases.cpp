@@ -15,9 +15,14 @@ namespace {
 constexpr std::uint64_t kernelXmlSize = 50'000'000;
 constexpr std::uint64_t auxiliarySize = 50'000'000;
 constexpr std::uint32_t argumentNames = 1'000;
+constexpr std::uint64_t hlsSize = 100'000'000;
+constexpr std::uint64_t ramReportSize = 50'000'000;
+constexpr std::uint32_t ramKernels = 40;
 
 constexpr double kernelXmlGoal = 1.2;
 constexpr double auxiliaryGoal = 2.5;
+constexpr double hlsGoal = 4;
+constexpr double ramReportGoal = 10;
 constexpr double growthGoal = 1.15;
 
 // The growth is measured from a quarter of this count of entries.
@@ -74,11 +79,47 @@ std::optional<Contest> growKernelArguments(const Workbench& bench) {
   return growth(bench, "-k", writeKernelXml);
 }
 
+std::optional<Contest> readHls(const Workbench& bench) {
+  const std::string input = bench.path("kernel.hls");
+  writeHlsFileOfSize(input, {}, hlsSize);
+  return contestWith(bench, "-s", input, {"grep", "-c", ":", input}, hlsGoal);
+}
+
+// All locals in one function.
+std::optional<Contest> growHlsLocals(const Workbench& bench) {
+  return growth(bench, "-s", [](const std::string& path, std::uint32_t locals) {
+    writeHlsFile(path, {locals, locals, locals}, 1);
+  });
+}
+
+std::optional<Contest> growHlsFunctions(const Workbench& bench) {
+  return growth(bench, "-s", [](const std::string& path, std::uint32_t functions) {
+    writeHlsFile(path, {1, functions, 100 * functions}, functions);
+  });
+}
+
+// The tool has to find the kernels, so it adds the report to a file that stays; saving it again is
+// part of the run.
+std::optional<Contest> readRamReport(const Workbench& bench) {
+  const std::string input = bench.path("ram_report");
+  const std::string hierarchy = bench.path("hierarchy");
+  writeRamReportOfSize(input, ramKernels, ramReportSize);
+  writeRamHierarchyFile(hierarchy, ramKernels);
+  Contest contest = contestWith(bench, "-r", input, {"grep", "-c", "RAMB", input}, ramReportGoal);
+  if (!bench.runTool({"-f", contest.tool.output, "-h", hierarchy})) return std::nullopt;
+  contest.overwrites = true;
+  return contest;
+}
+
 constexpr std::array cases = {
     RatioCase{"read-kernel-xml", readKernelXml},
     RatioCase{"grow-kernel-xml", growKernelArguments},
     RatioCase{"read-auxiliary", readAuxiliary},
     RatioCase{"grow-auxiliary", growAuxiliaryArguments},
+    RatioCase{"read-hls", readHls},
+    RatioCase{"grow-hls-locals", growHlsLocals},
+    RatioCase{"grow-hls-functions", growHlsFunctions},
+    RatioCase{"read-ram-report", readRamReport},
 };
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace consolidator {
 
-/// The cases of the readers of kernel XML and auxiliary XML: against programs that parse or search
-/// the same file, and against themselves on larger inputs.
+/// The cases of the readers of kernel XML, auxiliary XML, HLS files and RAM reports: against
+/// programs that parse or search the same file, and against themselves on larger inputs.
 std::span<const RatioCase> readerCases();
 
 }  // namespace consolidator

@@ -36,6 +36,36 @@ auto untilCount(std::uint32_t count) {
   return [count](std::uint32_t entries, std::uint64_t /*bytes*/) { return entries == count; };
 }
 
+std::string makeLocal(Random& random, const HlsShape& shape, std::uint32_t number) {
+  const std::string name = "partial_sum_" + std::to_string(number % shape.localNames);
+  const std::string range = "[" + std::to_string(8 * (1 + below(random, 8)) - 1) + ":0]";
+  std::string text = "local " + name + "\n";
+  for (std::uint32_t position = 1 + below(random, 2); position > 0; --position) {
+    text += "at ../src/filter_" + std::to_string(below(random, 8)) +
+            ".cpp:" + std::to_string(1 + below(random, shape.sourceLines)) + "\n";
+  }
+  if (below(random, 2) == 0) text += "reg: " + name + "_next" + range + "\n";
+  return text + "last " + name + "_reg" + range + " filter\n";
+}
+
+// `number` makes all that must differ from one function to the next different.
+std::string makeHlsFunction(Random& random, const HlsShape& shape, std::uint32_t number) {
+  const std::string name = "filter_loop_" + std::to_string(number);
+  std::string text = "Begin Function " + name +
+                     "\nRTL filter fsm (state == " + std::to_string(number) +
+                     " && ready == 1'b1)\n";
+  for (std::uint32_t i = 0; i < shape.localsPerFunction; ++i) {
+    text += makeLocal(random, shape, number * shape.localsPerFunction + i);
+  }
+  return text + "End Function " + name + "\n";
+}
+
+auto hlsFunctions(const HlsShape& shape) {
+  return [shape](Random& random, std::uint32_t number) {
+    return makeHlsFunction(random, shape, number);
+  };
+}
+
 auto auxiliaryArguments(std::uint32_t names) {
   return [names](Random& random, std::uint32_t number) {
     return "    <ak:arg ak:originalName=\"argument_" + std::to_string(number % names) +
@@ -80,6 +110,24 @@ constexpr std::string_view kernelXmlEnd =
     "  </platform>\n"
     "</project>\n";
 
+std::string ramInstance(std::uint32_t kernel) {
+  return "/design/dynamic_region/kernel_" + std::to_string(kernel) + "_1/inst";
+}
+
+std::string makeRamRow(Random& random, std::uint32_t kernelCount) {
+  std::string name = "top";
+  if (below(random, 2) == 0) {
+    name += ramInstance(below(random, kernelCount)) + "/buffer_" +
+            std::to_string(below(random, 1000)) + "_U/ram_reg_bram_";
+  } else {
+    name += "/design/static_region/interconnect_" + std::to_string(below(random, 200)) +
+            "/couplers/fifo_" + std::to_string(below(random, 1000)) + "/mem_reg_";
+  }
+  return "| " + name + std::to_string(below(random, 64)) + " | " +
+         (below(random, 5) == 0 ? "URAM288" : "RAMB36E2") + " | " +
+         std::to_string(below(random, 10'000)) + " | 100.00 |  0.00 |\n";
+}
+
 }  // namespace
 
 void writeAuxiliaryFileOfSize(const std::string& path, std::uint32_t names, std::uint64_t size) {
@@ -97,6 +145,33 @@ void writeKernelXmlOfSize(const std::string& path, std::uint64_t size) {
 
 void writeKernelXml(const std::string& path, std::uint32_t argumentCount) {
   writeEntries(path, kernelXmlStart, kernelArguments(), untilCount(argumentCount), kernelXmlEnd);
+}
+
+void writeHlsFileOfSize(const std::string& path, const HlsShape& shape, std::uint64_t size) {
+  writeEntries(path, "", hlsFunctions(shape), untilSize(size), "");
+}
+
+void writeHlsFile(const std::string& path, const HlsShape& shape, std::uint32_t functionCount) {
+  writeEntries(path, "", hlsFunctions(shape), untilCount(functionCount), "");
+}
+
+void writeRamHierarchyFile(const std::string& path, std::uint32_t kernelCount) {
+  const auto makeKernel = [](Random& /*random*/, std::uint32_t number) {
+    return "kernel_" + std::to_string(number) +
+           ":\n  type: hls\n  instance path: " + ramInstance(number) + "\n";
+  };
+  writeEntries(path, "version: 1.0\n", makeKernel, untilCount(kernelCount), "");
+}
+
+void writeRamReportOfSize(const std::string& path, std::uint32_t kernelCount, std::uint64_t size) {
+  constexpr std::string_view start =
+      "8. Block Ram / URAM Memory Power - Instantiated\n"
+      "3. Memory Utilization - Inferred\n"
+      "--------------------------------\n";
+  const auto makeRow = [&](Random& random, std::uint32_t /*number*/) {
+    return makeRamRow(random, kernelCount);
+  };
+  writeEntries(path, start, makeRow, untilSize(size), "4. Memory Performance - Inferred\n");
 }
 
 }  // namespace consolidator
