@@ -1,6 +1,5 @@
 #include "model/KernelMerge.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,11 +11,7 @@ namespace {
 // Logic locations are most of the memory of large models, so they are not copied, and a list that
 // is new as a whole is taken as such.
 void takeHardwareVariables(KernelRecord& known, HardwareVariableList& incoming) {
-  const bool isNew = known.hardwareVariables.empty() &&
-                     std::all_of(incoming.begin(), incoming.end(), [&](const auto& variable) {
-                       return incoming.find(variable.rtlName) == &variable;
-                     });
-  if (isNew) {
+  if (known.hardwareVariables.empty() && incoming.hasDistinctKeys()) {
     known.hardwareVariables = std::move(incoming);
     return;
   }

@@ -36,7 +36,7 @@ const InstanceSearch::Scope& InstanceSearch::scopeOf(std::string_view name) {
   if (name.size() > longestKeptName || other_.paths.size() > mostKeptPaths) return other_;
   if (scopes_.size() == mostScopes) {
     scopes_.clear();
-    scopeIndex_.clear();
+    scopeIndex_ = PositionIndex();
   }
   scopeIndex_.add(hash, scopes_.size());
   scopes_.push_back(other_);
