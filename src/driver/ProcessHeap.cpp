@@ -2,6 +2,7 @@
 
 #include <malloc.h>
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -9,22 +10,28 @@
 
 namespace consolidator {
 
-// One large piece of the heap is taken and given back at once without being touched; all that comes
-// later is cut from it. Its start stays on usual pages, so that small runs do not pay for clearing
-// a huge one.
+// The heap grows by a large reserve at once, which takes no memory before it is used. Its start
+// stays on usual pages, so that small runs do not pay for clearing a huge one.
 void prepareProcessHeap() {
-  constexpr std::size_t reserve = std::size_t{1} << 30U;
+  constexpr int reserve = 1 << 30;
   constexpr std::size_t usualPart = std::size_t{4} << 20U;
-  constexpr std::size_t hugePage = std::size_t{2} << 20U;
+  constexpr std::uintptr_t hugePage = std::uintptr_t{2} << 20U;
   constexpr int usualMmapMax = 65536;
+  constexpr int usualTopPad = 128 * 1024;
   mallopt(M_TRIM_THRESHOLD, -1);
   mallopt(M_MMAP_MAX, 0);
-  if (void* const piece = std::malloc(reserve)) {
+  mallopt(M_TOP_PAD, reserve);
+  if (void* const piece = std::malloc(usualPart)) {
     const auto start = (reinterpret_cast<std::uintptr_t>(piece) + usualPart) & ~(hugePage - 1);
-    madvise(reinterpret_cast<void*>(start), reserve - usualPart - hugePage, MADV_HUGEPAGE);
+    const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0)) & ~(hugePage - 1);
+    // Another allocator, as a sanitizer brings it, has its memory elsewhere.
+    if (start < end && end - start < 2 * std::uintptr_t{reserve}) {
+      madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+    }
     std::free(piece);
   }
   mallopt(M_MMAP_MAX, usualMmapMax);
+  mallopt(M_TOP_PAD, usualTopPad);
 }
 
 }  // namespace consolidator
