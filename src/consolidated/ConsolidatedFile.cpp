@@ -33,10 +33,11 @@ std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size) {
   constexpr std::size_t blockSize = std::size_t{256} * 1024;
   const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
   std::uint32_t copied = 0;
+  bool isTaken = true;
   while (copied < size) {
     const std::size_t wanted = std::min<std::size_t>(blockSize, size - copied);
     const std::size_t got = std::fread(block.get(), 1, wanted, from);
-    std::fwrite(block.get(), 1, got, to);
+    isTaken = isTaken && std::fwrite(block.get(), 1, got, to) == got;
     copied += static_cast<std::uint32_t>(got);
     if (got < wanted) break;
   }

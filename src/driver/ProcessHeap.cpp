@@ -21,6 +21,7 @@ void prepareProcessHeap() {
   mallopt(M_TRIM_THRESHOLD, -1);
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TOP_PAD, reserve);
+  // NOLINTBEGIN(*-no-malloc, performance-no-int-to-ptr): the heap itself is what this is about.
   if (void* const piece = std::malloc(usualPart)) {
     const auto start = (reinterpret_cast<std::uintptr_t>(piece) + usualPart) & ~(hugePage - 1);
     const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0)) & ~(hugePage - 1);
@@ -30,6 +31,7 @@ void prepareProcessHeap() {
     }
     std::free(piece);
   }
+  // NOLINTEND(*-no-malloc, performance-no-int-to-ptr)
   mallopt(M_MMAP_MAX, usualMmapMax);
   mallopt(M_TOP_PAD, usualTopPad);
 }

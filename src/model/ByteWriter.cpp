@@ -39,10 +39,13 @@ bool ByteWriter::makeRoom() {
 }
 
 void ByteWriter::writeBeyondBlock(std::string_view bytes) {
-  if (bytes.size() <= room_) return writeViews(bytes);
-  if (!flush()) return;
-  if (bytes.size() >= blockSize) return send(bytes);
-  if (makeRoom()) writeViews(bytes);
+  if (bytes.size() > room_) {
+    if (!flush()) return;
+    if (bytes.size() >= blockSize) return send(bytes);
+    if (!makeRoom()) return;
+  }
+  putText(block_.get() + used_, bytes);
+  advance(bytes.size());
 }
 
 void ByteWriter::writeTextBeyondBlock(std::string_view text) {

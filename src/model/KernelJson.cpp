@@ -116,7 +116,7 @@ void writeVariables(ByteWriter& out, const VariableList& variables) {
 }
 
 void writeHardwareVariable(ByteWriter& out, const HardwareVariable& variable) {
-  out.write("{ \"RTLName\" : \"", variable.rtlName, "\", \"Logic Locations\" : [ ");
+  out.write(R"({ "RTLName" : ")", variable.rtlName, R"(", "Logic Locations" : [ )");
   writeLocations<'[', ']'>(out, variable.logicLocations);
   out.write("] } ");
 }
@@ -128,7 +128,7 @@ void writeConditionKind(ByteWriter& out, const BreakableCondition& condition) {
     case ConditionKind::Stop:
       return out.write("\"Stop\":true, ");
     case ConditionKind::SourceLine:
-      out.write("\"File\":\"", condition.file, "\", \"Line\":");
+      out.write(R"("File":")", condition.file, R"(", "Line":)");
       out.writeDecimal(condition.line);
       return out.write(", ");
     default:
@@ -139,13 +139,13 @@ void writeConditionKind(ByteWriter& out, const BreakableCondition& condition) {
 void writeCondition(ByteWriter& out, const BreakableCondition& condition) {
   out.write("{ ");
   writeConditionKind(out, condition);
-  out.write("\"Cond\":\"", condition.condition, "\"}");
+  out.write(R"("Cond":")", condition.condition, R"("})");
 }
 
 }  // namespace
 
 void KernelRecord::writeJson(ByteWriter& out) const {
-  out.write("{ \"Name\" : \"", name, "\", \"Instance Paths\" : [ ");
+  out.write(R"({ "Name" : ")", name, R"(", "Instance Paths" : [ )");
   const std::string_view suffix = instanceSuffix(arguments);
   writeSeparated(out, instancePaths, [&](const std::string& path, std::uint32_t) {
     out.write("\"", path, suffix, "\"");

@@ -17,7 +17,7 @@ inline char* putText(char* to, std::string_view text) {
   const auto putEnds = [&]<std::size_t half>() {
     struct Half {
       char bytes[half];  // NOLINT(*-avoid-c-arrays): copied as one value
-    } head, tail;
+    } head{}, tail{};
     std::memcpy(&head, from, half);
     std::memcpy(&tail, from + size - half, half);
     std::memcpy(to, &head, half);
