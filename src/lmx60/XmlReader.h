@@ -20,7 +20,7 @@ class c_known_elements_selector;
 
 /// Steps through an XML document of any size: the parser runs over the input block by block and
 /// is suspended wherever the caller has to act, so that memory is needed for one block and for the
-/// longest single attribute value, tag or comment only.
+/// longest single attribute value, tag, comment or text element only.
 ///
 /// The document may be in any encoding that the parser knows (UTF-8, UTF-16, ISO-8859-1,
 /// US-ASCII); everything comes out in UTF-8. Names are compared as written. Whatever is wrong with

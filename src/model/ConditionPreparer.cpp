@@ -1,6 +1,7 @@
 #include "model/ConditionPreparer.h"
 
 #include "model/ShortText.h"
+#include "model/WhiteSpace.h"
 
 #include <algorithm>
 
@@ -9,8 +10,6 @@ namespace consolidator {
 namespace {
 
 constexpr std::string_view qualifier = "$i/";
-
-bool isWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 

@@ -1,8 +1,8 @@
 #include "readers/AuxiliaryXMLFile.h"
 
+#include "model/WhiteSpace.h"
 #include "readers/FieldReader.h"
 #include "readers/HdlReservedWords.h"
-#include "readers/WhiteSpace.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -54,7 +54,7 @@ std::string_view valueAfter(std::string_view attribute, std::string_view word) {
 // The value without the word's last character. A value that is empty stays so.
 std::string_view quotedValueAfter(std::string_view attribute, std::string_view word) {
   const std::string_view value = valueAfter(attribute, word);
-  return value.substr(0, value.size() - 1);
+  return value.empty() ? value : value.substr(0, value.size() - 1);
 }
 
 // The opening quote is cut and the closing one is not, deliberately: a stream is what stands in two

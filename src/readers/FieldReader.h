@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/WhiteSpace.h"
+#include "model/WhiteSpace.h"
 
 #include <charconv>
 #include <concepts>

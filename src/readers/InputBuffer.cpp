@@ -1,6 +1,6 @@
 #include "readers/InputBuffer.h"
 
-#include "readers/WhiteSpace.h"
+#include "model/WhiteSpace.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -77,10 +77,7 @@ std::optional<BoundedLine> InputBuffer::readLine(std::size_t bound) {
   std::size_t length = 0;
   do {
     length = lengthUpTo('\n', length);
-    if (length > bound) {
-      skipLine();
-      return BoundedLine{{}, true};
-    }
+    if (length > bound) return BoundedLine{{}, true};
   } while (length == available() && readMore());
   const char* const start = gptr();
   skip(std::min(length + 1, available()));

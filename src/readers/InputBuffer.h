@@ -52,7 +52,8 @@ class InputBuffer : public std::streambuf {
   void skipLine();
 
   /// Reads the rest of the line; its end is consumed and not part of it. Nothing at the end of the
-  /// input. The view holds until the next read. Memory does not grow with lines over the bound.
+  /// input. The view holds until the next read. A line over the bound is not consumed, since it may
+  /// never end: who wants to go on behind it calls skipLine().
   std::optional<BoundedLine> readLine(std::size_t bound);
 
  protected:

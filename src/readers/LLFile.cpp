@@ -1,10 +1,10 @@
 #include "readers/LLFile.h"
 
+#include "model/WhiteSpace.h"
 #include "readers/FieldReader.h"
 #include "readers/FindLast.h"
 #include "readers/NetBit.h"
 #include "readers/RegisterIndex.h"
-#include "readers/WhiteSpace.h"
 
 #include <cstdint>
 #include <optional>
@@ -65,7 +65,10 @@ bool LLFile::parse() {
   RegisterIndex registers(kernels_);
   // White space in front of a line does not count as part of it, but for the first line.
   do {
-    if (const auto line = buffer_.readLine(lineBound)) readBit(line->text, registers);
+    if (const auto line = buffer_.readLine(lineBound)) {
+      readBit(line->text, registers);
+      if (line->overBound) buffer_.skipLine();
+    }
     buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
   } while (buffer_.skipWhiteSpace());
   return true;

@@ -35,6 +35,7 @@ void RAMFile::readBrams(const BramSink& addBram) {
     } else {
       readTitle(line->text);
     }
+    if (line->overBound) buffer_.skipLine();
     buffer_.skipWhiteSpace();
   }
 }

@@ -3,7 +3,7 @@
 
 #include "consolidated/ConsolidatedFile.h"
 #include "consolidated/Samples.h"
-#include "support/LargestAllocation.h"
+#include "support/AllocationGauge.h"
 #include "support/MemoryFile.h"
 #include "support/PlainContainer.h"
 
@@ -46,26 +46,26 @@ class ConsolidatedFileDamageTest : public testing::Test {
   void rewrite(const std::string& damaged) {
     PlainContainer plain(damaged);
     stored_.write(damaged);
-    const LargestAllocation largest;
+    const AllocationGauge gauge;
     file_.openOrCreate(stored_.path(), false, false);
     compareModels(plain);
     file_.save();
     file_.close();
     EXPECT_EQ(stored_.read(), plain.save());
-    EXPECT_LE(largest.bytes(), damaged.size() + blocksAndBuffers);
+    EXPECT_LE(gauge.largest(), damaged.size() + blocksAndBuffers);
   }
 
   // Dumps from the damaged file.
   void dump(const std::string& damaged) {
     const PlainContainer plain(damaged);
     stored_.write(damaged);
-    const LargestAllocation largest;
+    const AllocationGauge gauge;
     file_.openOrCreate(stored_.path(), false, true);
     file_.dumpDwarf(dumped_.path());
     EXPECT_EQ(dumped_.read(), plain.dump(SectionKind::Dwarf));
     file_.dumpJson(dumped_.path());
     EXPECT_EQ(dumped_.read(), plain.dump(SectionKind::Json));
-    EXPECT_LE(largest.bytes(), damaged.size() + blocksAndBuffers);
+    EXPECT_LE(gauge.largest(), damaged.size() + blocksAndBuffers);
   }
 
   std::string withBitFlipped(std::size_t bit) const {

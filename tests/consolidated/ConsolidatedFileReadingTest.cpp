@@ -1,5 +1,5 @@
 #include "consolidated/ConsolidatedFileFixture.h"
-#include "support/LargestAllocation.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
@@ -242,9 +242,9 @@ TEST_F(ConsolidatedFileReadingTest, ClaimsBeyondTheFileAskForNoMemory) {
   for (const std::string& bytes : claims) {
     const std::string path = folder_.write("file", bytes);
     file_.close();
-    const LargestAllocation largest;
+    const AllocationGauge gauge;
     EXPECT_FALSE(file_.readExisting(path));
-    EXPECT_LE(largest.bytes(), blocksAndBuffers);
+    EXPECT_LE(gauge.largest(), blocksAndBuffers);
   }
 }
 

@@ -90,6 +90,12 @@ TEST_F(AuxiliaryTest, ALineMayHave1023Characters) {
   expectRefusal(std::string(1000000, 'x'));
 }
 
+TEST_F(AuxiliaryTest, ALineThatNeverEndsIsRefusedAtOnce) {
+  EXPECT_EQ(run({"-c", "-f", "out", "-x", "/dev/zero"}),
+            complained("Malformed auxiliary file: /dev/zero\n"));
+  EXPECT_EQ(read("out"), emptyFile());
+}
+
 TEST_F(AuxiliaryTest, ARefusedFileStopsNeitherTheOthersNorTheRun) {
   write("first.xml", "<ak:acceleratorMap ak:functionName=\"first\"\n");
   write("bad.xml", "<ak:acceleratorMap ak:functionName=\"bad\"\n<ak:arg ak:busTypeRef=\n");

@@ -37,7 +37,8 @@ TEST_F(HlsTest, AFileThatIsRefusedAddsNothingSilently) {
   write("bad.dbg", std::string(hls) + "nonsense\n");
   write("long.dbg", std::string(hls) + "#" + std::string(1023, 'c'));
   write("vadd.dbg", hls);
-  EXPECT_EQ(run({"-f", "bad", "-s", "bad.dbg", "-s", "long.dbg", "-s", "missing.dbg", "-s", "."}),
+  EXPECT_EQ(run({"-f", "bad", "-s", "bad.dbg", "-s", "long.dbg", "-s", "missing.dbg", "-s", ".",
+                 "-s", "/dev/zero"}),
             silence());
   EXPECT_EQ(read("bad"), emptyFile());
   EXPECT_EQ(run({"-f", "good", "-s", "vadd.dbg"}), silence());

@@ -1,5 +1,5 @@
 #include "lmx60/ReadDocument.h"
-#include "support/LargestAllocation.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -59,12 +59,12 @@ TEST_P(JunkTest, TakesNoMemory) {
   constexpr std::size_t enough = std::size_t{1024} * 1024;
   std::size_t inUse = 0;
   const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
-  const consolidator::LargestAllocation largest;
+  const consolidator::AllocationGauge gauge;
   EXPECT_EQ(recorded(std::make_unique<RepeatingSource>(
                 "<e>", GetParam(), documentSize / GetParam().size(), "<t/></e>", inUse)),
             "e { t; }; ");
   EXPECT_LE(inUse, before + enough);
-  EXPECT_LE(largest.bytes(), enough);
+  EXPECT_LE(gauge.largest(), enough);
 }
 
 INSTANTIATE_TEST_SUITE_P(Parts, JunkTest,

@@ -1,6 +1,6 @@
-#include "model/AllocationGauge.h"
 #include "model/ByteReader.h"
 #include "model/HexBytes.h"
+#include "support/AllocationGauge.h"
 #include "support/Bytes.h"
 #include "support/MemoryStream.h"
 

@@ -1,5 +1,5 @@
-#include "model/AllocationGauge.h"
 #include "model/ConditionPreparer.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // Damaged binary forms of a kernel record: what is read from them, and what memory that takes.
 
-#include "model/AllocationGauge.h"
 #include "model/Describe.h"
 #include "model/KernelRecord.h"
 #include "model/PlainKernel.h"
 #include "model/RandomKernels.h"
+#include "support/AllocationGauge.h"
 #include "support/Bytes.h"
 #include "support/MemoryStream.h"
 

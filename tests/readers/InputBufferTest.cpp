@@ -33,7 +33,10 @@ std::vector<std::string> wordsOf(InputBuffer& buffer) {
 
 std::vector<std::string> linesOf(InputBuffer& buffer, std::size_t bound) {
   std::vector<std::string> lines;
-  while (const auto line = buffer.readLine(bound)) lines.push_back(shown(line));
+  while (const auto line = buffer.readLine(bound)) {
+    lines.push_back(shown(line));
+    if (line->overBound) buffer.skipLine();
+  }
   return lines;
 }
 

@@ -1,4 +1,4 @@
-#include "readers/WhiteSpace.h"
+#include "model/WhiteSpace.h"
 
 #include <gtest/gtest.h>
 

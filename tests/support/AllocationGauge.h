@@ -4,7 +4,8 @@
 
 namespace consolidator {
 
-/// Watches what is asked of `operator new` while it lives. One gauge at a time, one thread.
+/// Watches what memory is asked for while it lives, be it allocated or mapped. One at a time, in
+/// one thread.
 class AllocationGauge {
  public:
   AllocationGauge();
@@ -18,12 +19,15 @@ class AllocationGauge {
   /// Sum of all requests so far, in bytes, whether given back since or not.
   std::size_t total() const { return total_; }
 
-  /// Counts one request.
-  void note(std::size_t size);
+  /// Counts a request.
+  void note(std::size_t size) const {
+    largest_ = size > largest_ ? size : largest_;
+    total_ += size;
+  }
 
  private:
-  std::size_t largest_ = 0;
-  std::size_t total_ = 0;
+  mutable std::size_t largest_ = 0;
+  mutable std::size_t total_ = 0;
 };
 
 }  // namespace consolidator

@@ -1,7 +1,7 @@
 // A program that links this file has its requests for memory noted on their way to the C library.
 // The address sanitizer has an allocator of its own, which reports them to a hook.
 
-#include "LargestAllocation.h"
+#include "AllocationGauge.h"
 
 #include <sys/mman.h>
 #include <sys/syscall.h>
@@ -22,7 +22,7 @@ namespace consolidator {
 namespace {
 
 // The allocation functions have no other way to learn who watches.
-LargestAllocation* watching = nullptr;
+const AllocationGauge* watching = nullptr;
 
 void note(std::size_t size) {
   if (watching != nullptr) watching->note(size);
@@ -30,9 +30,9 @@ void note(std::size_t size) {
 
 }  // namespace
 
-LargestAllocation::LargestAllocation() { watching = this; }
+AllocationGauge::AllocationGauge() { watching = this; }
 
-LargestAllocation::~LargestAllocation() { watching = nullptr; }
+AllocationGauge::~AllocationGauge() { watching = nullptr; }
 
 }  // namespace consolidator
 

@@ -1,5 +1,5 @@
 #include "consolidated/ByteBlock.h"
-#include "support/LargestAllocation.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
@@ -10,18 +10,19 @@
 namespace consolidator {
 namespace {
 
-TEST(LargestAllocation, SeesEveryWayOfAskingForMemory) {
+TEST(AllocationGauge, SeesEveryWayOfAskingForMemory) {
   const std::string before(5000, 'x');
-  LargestAllocation largest;
-  EXPECT_EQ(largest.bytes(), 0U);
+  AllocationGauge gauge;
+  EXPECT_EQ(gauge.largest(), 0U);
   const std::unique_ptr<char[]> array = std::make_unique<char[]>(1000);
-  EXPECT_EQ(largest.bytes(), 1000U);
+  EXPECT_EQ(gauge.largest(), 1000U);
   std::string text(1500, 'x');
-  EXPECT_GE(largest.bytes(), 1500U);
+  EXPECT_GE(gauge.largest(), 1500U);
   const ByteBlock block(2000);
-  EXPECT_EQ(largest.bytes(), 2000U);
+  EXPECT_EQ(gauge.largest(), 2000U);
   const ByteBlock pages(std::size_t{2} * 1024 * 1024);
-  EXPECT_EQ(largest.bytes(), std::size_t{2} * 1024 * 1024);
+  EXPECT_EQ(gauge.largest(), std::size_t{2} * 1024 * 1024);
+  EXPECT_GE(gauge.total(), 1000 + 1500 + 2000 + std::size_t{2} * 1024 * 1024);
 }
 
 }  // namespace
