@@ -7,7 +7,7 @@ namespace consolidator {
 
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{256} * 1024;
+constexpr std::size_t readBlockSize = std::size_t{256} * 1024;
 
 std::uint64_t bytesUpToEnd(std::FILE* stream) {
   const off_t start = ftello(stream);
@@ -46,11 +46,11 @@ std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementS
 // Makes at least `size` bytes (at most a block) available in the block.
 bool ByteReader::fill(std::size_t size) {
   if (remaining() < size) return fail();
-  if (!block_) block_ = std::make_unique_for_overwrite<char[]>(blockSize);
+  if (!block_) block_ = std::make_unique_for_overwrite<char[]>(readBlockSize);
   const std::size_t kept = end_ - position_;
   std::memmove(block_.get(), block_.get() + position_, kept);
   position_ = 0;
-  end_ = kept + readAhead(block_.get() + kept, blockSize - kept);
+  end_ = kept + readAhead(block_.get() + kept, readBlockSize - kept);
   return end_ >= size || fail();
 }
 

@@ -12,7 +12,7 @@ static_assert(std::endian::native == std::endian::little);
 
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{256} * 1024;
+constexpr std::size_t writeBlockSize = std::size_t{256} * 1024;
 
 }  // namespace
 
@@ -25,7 +25,7 @@ bool ByteWriter::flush() {
   if (used_ > 0) {
     const std::string_view waiting{block_.get(), used_};
     used_ = 0;
-    room_ = blockSize;
+    room_ = writeBlockSize;
     send(waiting);
   }
   return !failed_;
@@ -33,15 +33,15 @@ bool ByteWriter::flush() {
 
 bool ByteWriter::makeRoom() {
   if (!flush()) return false;
-  if (!block_) block_ = std::make_unique_for_overwrite<char[]>(blockSize);
-  room_ = blockSize;
+  if (!block_) block_ = std::make_unique_for_overwrite<char[]>(writeBlockSize);
+  room_ = writeBlockSize;
   return true;
 }
 
 void ByteWriter::writeBeyondBlock(std::string_view bytes) {
   if (bytes.size() > room_) {
     if (!flush()) return;
-    if (bytes.size() >= blockSize) return send(bytes);
+    if (bytes.size() >= writeBlockSize) return send(bytes);
     if (!makeRoom()) return;
   }
   putText(block_.get() + used_, bytes);
