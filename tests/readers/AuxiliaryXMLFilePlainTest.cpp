@@ -7,6 +7,7 @@
 #include "support/PiecewisePipe.h"
 #include "support/PlainAuxiliary.h"
 #include "support/RandomText.h"
+#include "support/Rounds.h"
 #include "support/StreamCapture.h"
 
 #include <gtest/gtest.h>
@@ -103,19 +104,19 @@ std::string randomFile(std::mt19937& random) {
 
 TEST(AuxiliaryXMLFilePlain, ManyFilesReadAsByAPlainStream) {
   std::mt19937 random(40);
-  std::size_t accepted = 0;
-  for (int round = 0; round < 120'000 && !HasFailure(); ++round) {
+  int accepted = 0;
+  for (int round = 0; round < rounds(120'000) && !HasFailure(); ++round) {
     const std::string text = randomFile(random);
     const std::string expected = plain(text, "in");
     EXPECT_EQ(parsedText(text), expected) << testing::PrintToString(text);
     if (!expected.starts_with("Malformed")) ++accepted;
   }
-  EXPECT_GT(accepted, 60'000U) << "the files should not all be refused";
+  EXPECT_GT(accepted, rounds(60'000)) << "the files should not all be refused";
 }
 
 TEST(AuxiliaryXMLFilePlain, LinesAroundTheBoundReadAsByAPlainStream) {
   std::mt19937 random(41);
-  for (int round = 0; round < 3'000 && !HasFailure(); ++round) {
+  for (int round = 0; round < rounds(3'000) && !HasFailure(); ++round) {
     std::string text = randomLine(random) + " ";
     text.resize(1022 + random() % 3, random() % 2 == 0 ? ' ' : 'x');
     if (random() % 2 == 0) text += "\n" + randomLine(random);
@@ -126,7 +127,7 @@ TEST(AuxiliaryXMLFilePlain, LinesAroundTheBoundReadAsByAPlainStream) {
 // Views into the block must not be used after the next read, which a text in memory cannot show.
 TEST(AuxiliaryXMLFilePlain, PipesReadAsByAPlainStreamWhateverTheirPieces) {
   std::mt19937 random(42);
-  for (int round = 0; round < 5'000 && !HasFailure(); ++round) {
+  for (int round = 0; round < rounds(5'000) && !HasFailure(); ++round) {
     const std::string text = randomFile(random);
     const PiecewisePipe pipe(pieces(text, 1 + random() % 11));
     EXPECT_EQ(parsedFile(pipe.path()), plain(text, pipe.path())) << testing::PrintToString(text);

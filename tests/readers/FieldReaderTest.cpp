@@ -1,4 +1,5 @@
 #include "readers/FieldReader.h"
+#include "support/Rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -70,7 +71,7 @@ TEST(FieldReader, FailsBeyondTheGreatestNumber) {
 TEST(FieldReader, ExtractsNumbersAsAStreamDoes) {
   constexpr std::string_view characters = "000123456789abcdefABCDEFxX+-+-. \t,g";
   std::mt19937 random(40);
-  for (int round = 0; round < 200'000 && !HasFailure(); ++round) {
+  for (int round = 0; round < rounds(200'000) && !HasFailure(); ++round) {
     std::string text;
     for (std::size_t count = random() % (round % 2 == 0 ? 8 : 24); count > 0; --count) {
       text += characters[random() % characters.size()];

@@ -6,6 +6,7 @@
 #include "support/MemoryFile.h"
 #include "support/PiecewisePipe.h"
 #include "support/PlainHierarchy.h"
+#include "support/Rounds.h"
 #include "support/StreamCapture.h"
 
 #include <gtest/gtest.h>
@@ -139,7 +140,7 @@ std::string randomFile(std::mt19937& random) {
 
 TEST(HierarchyFilePlain, AHundredThousandFilesReadAsByAPlainStream) {
   std::mt19937 random(20);
-  for (int round = 0; round < 120'000 && !HasFailure(); ++round) {
+  for (int round = 0; round < rounds(120'000) && !HasFailure(); ++round) {
     const std::string text = randomFile(random);
     EXPECT_EQ(parsedText(text), plain(text)) << testing::PrintToString(text);
   }
@@ -147,7 +148,7 @@ TEST(HierarchyFilePlain, AHundredThousandFilesReadAsByAPlainStream) {
 
 TEST(HierarchyFilePlain, PipesReadAsByAPlainStreamWhateverTheirPieces) {
   std::mt19937 random(21);
-  for (int round = 0; round < 5'000 && !HasFailure(); ++round) {
+  for (int round = 0; round < rounds(5'000) && !HasFailure(); ++round) {
     const std::string text = randomFile(random);
     const PiecewisePipe pipe(pieces(text, 1 + random() % 11));
     const std::string path = pipe.path();
