@@ -131,7 +131,8 @@ class KeyedList {
   }
 
   void addToIndex(std::size_t position) {
-    index_->add(KeyOf::hash(KeyOf{}(items_[position])), position);
+    const Key& key = KeyOf{}(items_[position]);
+    index_->findOrAdd(KeyOf::hash(key), position, keyIs(key));
   }
 
   std::vector<T> items_;

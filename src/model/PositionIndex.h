@@ -8,10 +8,11 @@
 namespace consolidator {
 
 /// Hash index from keys to positions in a list that somebody else holds: open addressing with
-/// linear probing, 8 bytes a slot. It stores the low 32 bits of each hash beside the position, so
-/// that a probe touches the list only where the hashes agree.
+/// linear probing, 8 bytes a slot. It stores 32 bits of each hash beside the position, so that a
+/// probe touches the list only where the hashes agree. Hashes need not be spread: equal distances
+/// between them, as numbers have that are their own hashes, do no harm.
 ///
-/// Positions must be added in increasing order; of several equal keys the one added first is found.
+/// Every key is there once: of several equal ones only the first is added.
 class PositionIndex {
  public:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
@@ -21,12 +22,12 @@ class PositionIndex {
   /// Makes room for so many positions.
   explicit PositionIndex(std::size_t count) : slots_(std::bit_ceil(2 * (count + 1))) {}
 
-  /// Returns the first position added under `hash` for which `isMatch(position)` holds; else adds
-  /// this one and returns it.
+  /// Returns the position added under `hash` for which `isMatch(position)` holds; else adds this
+  /// one (below 2^32 - 1) and returns it.
   template <typename Predicate>
   std::size_t findOrAdd(std::size_t hash, std::size_t position, Predicate isMatch) {
     if (2 * (count_ + 1) > slots_.size()) grow();
-    const auto wanted = static_cast<std::uint32_t>(hash);
+    const std::uint32_t wanted = spread(hash);
     std::size_t i = wanted & mask();
     for (; slots_[i].position != unused; i = (i + 1) & mask()) {
       if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
@@ -36,18 +37,16 @@ class PositionIndex {
     return position;
   }
 
-  /// Adds a position (below 2^32 - 1) under the hash of its key.
+  /// Adds a position under the hash of its key, which must not be there yet.
   void add(std::size_t hash, std::size_t position) {
-    if (2 * (count_ + 1) > slots_.size()) grow();
-    place({static_cast<std::uint32_t>(hash), static_cast<std::uint32_t>(position)});
-    ++count_;
+    findOrAdd(hash, position, [](std::size_t /*position*/) { return false; });
   }
 
-  /// Returns the first position added under `hash` for which `isMatch(position)` holds, or `none`.
+  /// Returns the position added under `hash` for which `isMatch(position)` holds, or `none`.
   template <typename Predicate>
   std::size_t find(std::size_t hash, Predicate isMatch) const {
     if (slots_.empty()) return none;
-    const auto wanted = static_cast<std::uint32_t>(hash);
+    const std::uint32_t wanted = spread(hash);
     for (std::size_t i = wanted & mask(); slots_[i].position != unused; i = (i + 1) & mask()) {
       if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
     }
@@ -62,13 +61,16 @@ class PositionIndex {
     std::uint32_t position = unused;
   };
 
-  std::size_t mask() const { return slots_.size() - 1; }
-
-  void place(Slot slot) {
-    std::size_t i = slot.hash & mask();
-    while (slots_[i].position != unused) i = (i + 1) & mask();
-    slots_[i] = slot;
+  // Lets every bit of a hash count in every bit of the result.
+  static std::uint32_t spread(std::uint64_t hash) {
+    constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;  // of the golden ratio
+    hash *= multiplier;
+    hash ^= hash >> 32;
+    hash *= multiplier;
+    return static_cast<std::uint32_t>(hash >> 32);
   }
+
+  std::size_t mask() const { return slots_.size() - 1; }
 
   void grow();
 
