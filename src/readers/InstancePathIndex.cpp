@@ -15,11 +15,13 @@ std::vector<const KernelRecord*> ownersOf(const KernelList& kernels) {
   return owners;
 }
 
-NumbersByText indexPaths(const KernelList& kernels) {
+NumbersByText indexPaths(const KernelList& kernels, std::size_t longest) {
   std::vector<NumbersByText::Note> notes;
+  std::uint32_t instance = 0;
   for (const KernelRecord& kernel : kernels) {
     for (const std::string& path : kernel.instancePaths) {
-      notes.push_back({path, static_cast<std::uint32_t>(notes.size())});
+      if (path.size() <= longest) notes.push_back({path, instance});
+      ++instance;
     }
   }
   return NumbersByText(notes);
@@ -27,8 +29,10 @@ NumbersByText indexPaths(const KernelList& kernels) {
 
 }  // namespace
 
-InstancePathIndex::InstancePathIndex(const KernelList& kernels)
-    : owners_(ownersOf(kernels)), paths_(indexPaths(kernels)), search_(paths_.texts()) {}
+InstancePathIndex::InstancePathIndex(const KernelList& kernels, std::size_t longestName)
+    : owners_(ownersOf(kernels)),
+      paths_(indexPaths(kernels, longestName)),
+      search_(paths_.texts()) {}
 
 const std::vector<const KernelRecord*>& InstancePathIndex::kernelsIn(std::string_view name) {
   foundPaths_.clear();

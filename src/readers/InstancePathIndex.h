@@ -4,6 +4,7 @@
 #include "readers/NumbersByText.h"
 #include "readers/TextSearch.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -14,7 +15,9 @@ namespace consolidator {
 /// not grow with their number. The kernels must outlive the index.
 class InstancePathIndex {
  public:
-  explicit InstancePathIndex(const KernelList& kernels);
+  /// No name that is looked for may be longer than `longestName` bytes: longer paths occur in none,
+  /// and are left out.
+  InstancePathIndex(const KernelList& kernels, std::size_t longestName);
 
   /// The kernels that have an instance path which occurs anywhere in the name, in their order, and
   /// each as often as it has such paths. The result holds until the next call.

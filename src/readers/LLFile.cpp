@@ -62,7 +62,7 @@ void LLFile::setKernels(const KernelList& kernels) {
 
 bool LLFile::parse() {
   if (!isValid()) return false;
-  RegisterIndex registers(kernels_);
+  RegisterIndex registers(kernels_, lineBound);
   // White space in front of a line does not count as part of it, but for the first line.
   do {
     if (const auto line = buffer_.readLine(lineBound)) {

@@ -28,7 +28,7 @@ bool RAMFile::parse() {
 }
 
 void RAMFile::readBrams(const BramSink& addBram) {
-  InstancePathIndex paths(knownKernels_);
+  InstancePathIndex paths(knownKernels_, lineBound);
   while (const std::optional<BoundedLine> line = buffer_.readLine(lineBound)) {
     if (isInSection()) {
       readSectionLine(line->text, paths, addBram);

@@ -20,10 +20,12 @@ NumbersByText indexRegisters(const std::vector<KernelRecord>& kernels) {
   return NumbersByText(notes);
 }
 
-NumbersByText indexPaths(const std::vector<KernelRecord>& kernels) {
+NumbersByText indexPaths(const std::vector<KernelRecord>& kernels, std::size_t longest) {
   std::vector<NumbersByText::Note> notes;
   for (std::uint32_t i = 0; i < kernels.size(); ++i) {
-    for (const std::string& path : kernels[i].instancePaths) notes.push_back({path, i});
+    for (const std::string& path : kernels[i].instancePaths) {
+      if (path.size() <= longest) notes.push_back({path, i});
+    }
   }
   return NumbersByText(notes);
 }
@@ -39,10 +41,10 @@ void appendCommon(NumbersByText::Numbers a, NumbersByText::Numbers b,
 
 }  // namespace
 
-RegisterIndex::RegisterIndex(const std::vector<KernelRecord>& kernels)
+RegisterIndex::RegisterIndex(const std::vector<KernelRecord>& kernels, std::size_t longestName)
     : registers_(indexRegisters(kernels)),
       filter_(registers_.size()),
-      paths_(indexPaths(kernels)),
+      paths_(indexPaths(kernels, longestName)),
       pathSearch_(paths_.texts()) {
   for (std::size_t i = 0; i < registers_.size(); ++i) filter_.add(registers_.text(i));
 }

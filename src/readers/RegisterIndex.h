@@ -5,6 +5,7 @@
 #include "readers/NumbersByText.h"
 #include "readers/TextFilter.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -16,8 +17,10 @@ namespace consolidator {
 /// and on what is found, not on the number of kernels, instances and registers.
 class RegisterIndex {
  public:
-  /// The instance paths, arguments and variables of the kernels must stay as they are.
-  explicit RegisterIndex(const std::vector<KernelRecord>& kernels);
+  /// The instance paths, arguments and variables of the kernels must stay as they are. No name that
+  /// is looked for may be longer than `longestName` bytes, a "/" in front included: longer paths
+  /// occur in none, and are left out.
+  RegisterIndex(const std::vector<KernelRecord>& kernels, std::size_t longestName);
 
   /// Returns false only if no argument or variable of any kernel has this register.
   bool mayKnow(std::string_view registerName) const { return filter_.mayHold(registerName); }

@@ -8,51 +8,73 @@ namespace consolidator {
 
 namespace {
 
-// The patterns, as a range of a sorted list, that start with the same prefix.
+// A state, by the patterns that it is a prefix of: a range of a sorted list.
 struct PrefixRange {
   std::size_t begin = 0;
   std::size_t end = 0;
-  std::size_t prefixLength = 0;
 };
+
+// The number of different prefixes of sorted patterns, the empty one included.
+std::size_t countPrefixes(std::span<const std::string_view> sorted) {
+  std::size_t count = 1;
+  std::string_view before;
+  for (const std::string_view pattern : sorted) {
+    const auto [different, inBefore] = std::ranges::mismatch(pattern, before);
+    count += static_cast<std::size_t>(pattern.end() - different);
+    before = pattern;
+  }
+  return count;
+}
 
 }  // namespace
 
-TextSearch::TextSearch(std::span<const std::string_view> patterns) : foundBy_(patterns.size()) {
+TextSearch::TextSearch(std::span<const std::string_view> patterns)
+    : nextMatch_(patterns.size(), none), foundBy_(patterns.size()) {
   addNodes(patterns);
 }
 
 void TextSearch::addNodes(std::span<const std::string_view> patterns) {
-  std::vector<std::uint32_t> sorted(patterns.size());
-  std::iota(sorted.begin(), sorted.end(), 0U);
-  std::sort(sorted.begin(), sorted.end(),
-            [&](std::uint32_t a, std::uint32_t b) { return patterns[a] < patterns[b]; });
-  const auto text = [&](std::size_t i) { return patterns[sorted[i]]; };
+  std::vector<std::uint32_t> order(patterns.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::ranges::sort(order, {}, [&](std::uint32_t i) { return patterns[i]; });
+  std::vector<std::string_view> sorted;
+  sorted.reserve(patterns.size());
+  for (const std::uint32_t i : order) sorted.push_back(patterns[i]);
 
-  std::vector<PrefixRange> ranges{{0, sorted.size(), 0}};  // of the states
+  const std::size_t count = countPrefixes(sorted);
+  nodes_.reserve(count + 1);
+  lastCharacters_.reserve(count);
   nodes_.emplace_back();
   lastCharacters_.push_back('\0');
-  for (State state = start; state < nodes_.size(); ++state) {
-    auto [begin, end, length] = ranges[state];
-    nodes_[state].firstChild = static_cast<State>(nodes_.size());
-    nodes_[state].longestMatch = nodes_[nodes_[state].fallback].longestMatch;
-    if (begin < end && text(begin).size() == length) {
-      nodes_[state].pattern = sorted[begin++];
-      nodes_[state].longestMatch = state;
+  State state = start;
+  std::vector<PrefixRange> current{{0, sorted.size()}};  // the states of one length
+  std::vector<PrefixRange> longer;
+  for (std::size_t length = 0; !current.empty(); ++length) {
+    for (auto [begin, end] : current) {
+      nodes_[state].firstChild = static_cast<State>(nodes_.size());
+      nodes_[state].longestMatch = nodes_[nodes_[state].fallback].longestMatch;
+      if (begin < end && sorted[begin].size() == length) {
+        nextMatch_[order[begin]] = nodes_[state].longestMatch;
+        nodes_[state].longestMatch = order[begin++];
+      }
+      while (begin < end) {
+        const char c = sorted[begin][length];
+        const std::size_t first = begin;
+        while (begin < end && sorted[begin][length] == c) ++begin;
+        // Shorter states are complete by now, and a fallback is shorter.
+        const State fallback = state == start ? start : next(nodes_[state].fallback, c);
+        nodes_.push_back({.fallback = fallback});
+        lastCharacters_.push_back(c);
+        longer.push_back({first, begin});
+      }
+      ++state;
     }
-    while (begin < end) {
-      const char c = text(begin)[length];
-      const std::size_t first = begin;
-      while (begin < end && text(begin)[length] == c) ++begin;
-      // Shorter states are complete by now, and a fallback is shorter.
-      const State fallback = state == start ? start : next(nodes_[state].fallback, c);
-      nodes_.push_back({.fallback = fallback});
-      lastCharacters_.push_back(c);
-      ranges.push_back({first, begin, length + 1});
-    }
+    current.swap(longer);
+    longer.clear();
   }
   nodes_.push_back({.firstChild = static_cast<State>(nodes_.size())});
-  for (State state = nodes_[start].firstChild; state < nodes_[start + 1].firstChild; ++state) {
-    startsPattern_[static_cast<unsigned char>(lastCharacters_[state])] = true;
+  for (State first = nodes_[start].firstChild; first < nodes_[start + 1].firstChild; ++first) {
+    startsPattern_[static_cast<unsigned char>(lastCharacters_[first])] = true;
   }
 }
 
@@ -90,11 +112,11 @@ inline TextSearch::State TextSearch::next(State state, char c) const {
 // Once a search found a pattern, it found all its suffixes, so it may end there: a search takes no
 // longer for finding the same patterns many times.
 inline void TextSearch::addMatches(State state, std::vector<std::uint32_t>& found) {
-  State match = nodes_[state].longestMatch;
-  while (match != none && foundBy_[nodes_[match].pattern] != searchNumber_) {
-    foundBy_[nodes_[match].pattern] = searchNumber_;
-    found.push_back(nodes_[match].pattern);
-    match = nodes_[nodes_[match].fallback].longestMatch;
+  std::uint32_t match = nodes_[state].longestMatch;
+  while (match != none && foundBy_[match] != searchNumber_) {
+    foundBy_[match] = searchNumber_;
+    found.push_back(match);
+    match = nextMatch_[match];
   }
 }
 

@@ -12,7 +12,7 @@ namespace consolidator {
 /// there are (the Aho-Corasick automaton). A text may be searched in pieces.
 ///
 /// The states are the prefixes of the patterns, numbered by length, so that the children of a state
-/// (its prefix and one character more) are numbered in a row and need no table: a state takes 17
+/// (its prefix and one character more) are numbered in a row and need no table: a state takes 13
 /// bytes. A table of all transitions would be a little faster for few patterns, but takes megabytes
 /// for a thousand of them and then waits for memory.
 class TextSearch {
@@ -35,10 +35,9 @@ class TextSearch {
   static constexpr std::uint32_t none = static_cast<std::uint32_t>(-1);
 
   struct Node {
-    State firstChild = 0;          // the children end where those of the next state start
-    State fallback = start;        // its longest proper suffix that is a state
-    State longestMatch = none;     // its longest suffix, maybe itself, that is a pattern
-    std::uint32_t pattern = none;  // the pattern that it is
+    State firstChild = 0;               // the children end where those of the next state start
+    State fallback = start;             // its longest proper suffix that is a state
+    std::uint32_t longestMatch = none;  // the longest pattern that it ends in
   };
 
   void addNodes(std::span<const std::string_view> patterns);
@@ -47,7 +46,8 @@ class TextSearch {
   void addMatches(State state, std::vector<std::uint32_t>& found);
 
   std::vector<Node> nodes_;
-  std::vector<char> lastCharacters_;  // of the states
+  std::vector<char> lastCharacters_;      // of the states
+  std::vector<std::uint32_t> nextMatch_;  // for each pattern the longest shorter one it ends in
   std::array<bool, 256> startsPattern_{};
   std::vector<std::uint64_t> foundBy_;  // for each pattern the number of the last search to find it
   std::uint64_t searchNumber_ = 0;

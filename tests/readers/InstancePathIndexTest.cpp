@@ -1,4 +1,5 @@
 #include "readers/InstancePathIndex.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,8 @@ namespace consolidator {
 namespace {
 
 using Names = std::vector<std::string>;
+
+constexpr std::size_t longestName = 16;
 
 // A kernel whose paths are not checked for duplicates, as one from a file may be.
 void add(KernelList& kernels, std::string_view name,
@@ -29,7 +32,7 @@ Names namesIn(InstancePathIndex& index, std::string_view name) {
 }
 
 Names find(const KernelList& kernels, std::string_view name) {
-  InstancePathIndex index(kernels);
+  InstancePathIndex index(kernels, longestName);
   return namesIn(index, name);
 }
 
@@ -55,6 +58,16 @@ TEST(InstancePathIndex, APathThatOccursTwiceInTheNameCountsOnce) {
   KernelList kernels;
   add(kernels, "k", {"ab"});
   EXPECT_EQ(find(kernels, "abababab"), Names{"k"});
+}
+
+TEST(InstancePathIndex, PathsLongerThanANameTakeNoMemory) {
+  const std::string tooLong(1'000'000, 'p');
+  KernelList kernels;
+  add(kernels, "a", {tooLong});
+  add(kernels, "b", {tooLong, "/instance/of/16B"});
+  const AllocationGauge gauge;
+  EXPECT_EQ(find(kernels, "/instance/of/16B"), Names{"b"});
+  EXPECT_LT(gauge.total(), 10'000U);
 }
 
 TEST(InstancePathIndex, EqualPathsOfOneKernelCountEach) {
@@ -101,7 +114,7 @@ TEST(InstancePathIndex, FindsWhatAPlainSearchForEveryPathFinds) {
       add(kernels, "k" + std::to_string(kernel),
           {randomName(random, 6), randomName(random, 3), randomName(random, 9)});
     }
-    InstancePathIndex index(kernels);
+    InstancePathIndex index(kernels, longestName);
     for (int search = 0; search < 8; ++search) {
       const std::string name = randomName(random, 30);
       EXPECT_EQ(namesIn(index, name), plainly(kernels, name)) << name;

@@ -1,4 +1,5 @@
 #include "readers/RegisterIndex.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@ namespace consolidator {
 namespace {
 
 using Positions = std::vector<std::uint32_t>;
+
+constexpr std::size_t longestName = 16;
 
 KernelRecord kernelWith(const std::vector<std::string>& paths,
                         const std::vector<std::string>& arguments,
@@ -26,7 +29,7 @@ TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
       kernelWith({"/top/u0"}, {"r"}, {}), kernelWith({"/top/u0"}, {"s"}, {}),
       kernelWith({"/top/u1"}, {"r"}, {}), kernelWith({"/top"}, {}, {"r"}),
       kernelWith({}, {"r"}, {})};
-  RegisterIndex index(kernels);
+  RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 3}));
   EXPECT_EQ(index.find("top/u1/r").kernels, (Positions{2, 3}));
   EXPECT_EQ(index.find("top/u0/s").kernels, (Positions{1}));
@@ -36,18 +39,27 @@ TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
 
 TEST(RegisterIndex, NamesTheRegisterWithASlashInFront) {
   const std::vector<KernelRecord> kernels{kernelWith({"/top"}, {"r", ""}, {})};
-  RegisterIndex index(kernels);
+  RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/r").hardwareName, "/top/r");
   EXPECT_EQ(index.find("").hardwareName, "/");
 }
 
 TEST(RegisterIndex, FindsTheSameForTheSameNameAgain) {
   const std::vector<KernelRecord> kernels{kernelWith({"/top"}, {"r", ""}, {})};
-  RegisterIndex index(kernels);
+  RegisterIndex index(kernels, longestName);
   for (const char* const name : {"top/r", "top/r", "other/r", "other/r", "", "", "top/", "top/r"}) {
     const bool isInside = std::string_view(name).starts_with("top/");
     EXPECT_EQ(index.find(name).kernels, isInside ? Positions{0} : Positions()) << name;
   }
+}
+
+TEST(RegisterIndex, PathsLongerThanANameTakeNoMemory) {
+  const std::vector<KernelRecord> kernels{
+      kernelWith({std::string(1'000'000, 'p'), "/top/u0/register"}, {"register"}, {})};
+  const AllocationGauge gauge;
+  RegisterIndex index(kernels, longestName);
+  EXPECT_EQ(index.find("top/u0/register").kernels, (Positions{0}));
+  EXPECT_LT(gauge.total(), 10'000U);
 }
 
 TEST(RegisterIndex, ListsAKernelOnceForSeveralPathsAndRegisters) {
@@ -55,17 +67,17 @@ TEST(RegisterIndex, ListsAKernelOnceForSeveralPathsAndRegisters) {
       kernelWith({"/top", "/top/u0", "u0", ""}, {"r"}, {"r"}),
       kernelWith({"u0", "/top/u0"}, {"r"}, {}),
   };
-  RegisterIndex index(kernels);
+  RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 1}));
 }
 
 TEST(RegisterIndex, MayKnowEveryRegisterOfArgumentsAndVariables) {
   const std::vector<KernelRecord> kernels{kernelWith({}, {"r"}, {"s"}), kernelWith({}, {"t"}, {})};
-  const RegisterIndex index(kernels);
+  const RegisterIndex index(kernels, longestName);
   EXPECT_TRUE(index.mayKnow("r"));
   EXPECT_TRUE(index.mayKnow("s"));
   EXPECT_TRUE(index.mayKnow("t"));
-  EXPECT_FALSE(RegisterIndex(std::vector<KernelRecord>()).mayKnow("r"));
+  EXPECT_FALSE(RegisterIndex({}, longestName).mayKnow("r"));
 }
 
 }  // namespace

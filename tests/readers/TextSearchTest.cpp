@@ -1,4 +1,5 @@
 #include "readers/TextSearch.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
@@ -80,6 +81,19 @@ TEST(TextSearch, ATextMayComeInPieces) {
   EXPECT_EQ(found, (Positions{0}));
   search.search(later, "acc", found);
   EXPECT_EQ(sorted(found), (Positions{0, 1, 2}));
+}
+
+// So many bytes of patterns take 13 bytes each, and building the search not much more.
+TEST(TextSearch, MemoryIsProportionalToThePatterns) {
+  std::mt19937 random(51);
+  std::vector<std::string> patterns(2'000);
+  for (std::string& pattern : patterns) {
+    while (pattern.size() < 100) pattern += static_cast<char>('a' + random() % 26);
+  }
+  const std::vector<std::string_view> views(patterns.begin(), patterns.end());
+  const AllocationGauge gauge;
+  const TextSearch search(views);
+  EXPECT_LT(gauge.total(), 100 * patterns.size() * 16);
 }
 
 // Texts over two letters, so that patterns overlap in every way.
