@@ -26,12 +26,14 @@ bool HierarchyFile::parse() {
 }
 
 bool HierarchyFile::readWords() {
-  while (stream_.good()) {
-    const std::string_view word = buffer_.readWord();
-    if (word.empty()) break;
-    if (word.front() == '#') {
+  while (stream_.good() && buffer_.skipWhiteSpace()) {
+    // A comment may be of any length: its first word is not read.
+    if (buffer_.buffered().front() == '#') {
       buffer_.skipLine();
-    } else if (word == "version:") {
+      continue;
+    }
+    const std::string_view word = buffer_.readWord();
+    if (word == "version:") {
       if (!readVersion()) return false;
     } else if (word == "instance") {
       if (!readInstancePath()) return false;

@@ -1,5 +1,6 @@
 #include "model/Describe.h"
 #include "readers/HierarchyFile.h"
+#include "support/AllocationGauge.h"
 #include "support/PiecewisePipe.h"
 #include "support/StreamCapture.h"
 #include "support/TemporaryFolder.h"
@@ -232,6 +233,17 @@ TEST(HierarchyFile, ReadsAPipeWhateverPiecesItComesIn) {
     EXPECT_EQ(describe(reader.kernels()[0]), kernel("a", KernelType::OpenCL, {"/p"}));
     EXPECT_EQ(describe(reader.kernels()[1]), kernel("b"));
   }
+}
+
+TEST(HierarchyFile, ACommentMayBeOfAnyLength) {
+  const TemporaryFolder folder;
+  const std::string path = folder.write("file", '#' + std::string(4'000'000, 'c') + "\na:");
+  const AllocationGauge gauge;
+  HierarchyFile reader(path.c_str());
+  EXPECT_TRUE(reader.parse());
+  ASSERT_EQ(reader.kernels().size(), 1U);
+  EXPECT_EQ(describe(reader.kernels()[0]), kernel("a"));
+  EXPECT_LT(gauge.total(), 1'000'000U);
 }
 
 TEST(HierarchyFile, IsNotValidWithoutAFile) {
