@@ -74,18 +74,23 @@ void ConsolidatedFile::openOrCreate(const std::string& path, bool create, bool f
 
 bool ConsolidatedFile::readExisting(const std::string& path) {
   const StdioFile in = openStdioFile(path, "r");
-  return in && readHeader(in.get()) && readTable(in.get()) && readSections(in.get(), table_.size());
+  if (!in || !readHeader(in.get()) || !readTable(in.get())) return false;
+  const bool isWhole = readSections(in.get(), table_.size());
+  if (storedDwarf_ && seekToSection(in.get(), storedDwarf_->offset)) {
+    dwarf_ = readBlock(ByteReader(in.get()), storedDwarf_->size);
+  }
+  return isWhole;
 }
 
-// A dump needs the table and the project's name. What comes before the name is read all the same,
-// since the reading ends at the first section that is damaged.
+// A dump needs the table, its sizes clamped, and the project's name. What comes before the last of
+// these is read all the same, since the reading ends at the first section that is damaged.
 void ConsolidatedFile::readForDump(const std::string& path) {
   const StdioFile in = openStdioFile(path, "r");
   if (!in || !readHeader(in.get()) || !readTable(in.get())) return;
-  const auto lastName = std::find_if(table_.rbegin(), table_.rend(), [](const SectionEntry& entry) {
-    return entry.kind == SectionKind::ProjectName;
+  const auto last = std::find_if(table_.rbegin(), table_.rend(), [](const SectionEntry& entry) {
+    return entry.kind == SectionKind::ProjectName || entry.size > SectionEntry::largestSize;
   });
-  readSections(in.get(), static_cast<std::size_t>(table_.rend() - lastName));
+  readSections(in.get(), static_cast<std::size_t>(table_.rend() - last));
 }
 
 bool ConsolidatedFile::readSections(std::FILE* in, std::size_t count) {
@@ -114,16 +119,12 @@ bool ConsolidatedFile::readTable(std::FILE* in) {
 }
 
 bool ConsolidatedFile::readSection(std::FILE* in, SectionEntry& entry) {
-  constexpr std::uint32_t largestSize = 0xFFFFFFFEU;
-  entry.size = std::min(entry.size, largestSize);
+  entry.size = std::min(entry.size, SectionEntry::largestSize);
   switch (entry.kind) {
     case SectionKind::ProjectName:
       return seekToSection(in, entry.offset) && readProjectName(ByteReader(in), entry.size);
     case SectionKind::Dwarf:
-      if (!seekToSection(in, entry.offset)) return false;
-      dwarf_.reset();
-      dwarf_ = readBlock(ByteReader(in), entry.size);
-      return dwarf_.has_value();
+      return seekToSection(in, entry.offset) && noteDwarf(in, entry);
     case SectionKind::KernelRecords:
       return seekToSection(in, entry.offset) && readKernelRecords(ByteReader(in));
     case SectionKind::Json:
@@ -131,6 +132,17 @@ bool ConsolidatedFile::readSection(std::FILE* in, SectionEntry& entry) {
     default:
       return false;
   }
+}
+
+// A file may have many such entries, but the bytes of the last one are held, and a dump needs none:
+// so they are read once all sections are known.
+bool ConsolidatedFile::noteDwarf(std::FILE* in, const SectionEntry& entry) {
+  storedDwarf_.reset();
+  const auto start = static_cast<std::uint64_t>(std::ftell(in));
+  if (ByteReader(in).remaining() < entry.size) return false;
+  if (entry.size > 0 && !holdsByteAt(in, start + entry.size - 1)) return false;
+  storedDwarf_ = entry;
+  return true;
 }
 
 bool ConsolidatedFile::readProjectName(ByteReader in, std::uint32_t size) {

@@ -101,6 +101,7 @@ class ConsolidatedFile {
   bool readHeader(std::FILE* in);
   bool readTable(std::FILE* in);
   bool readSection(std::FILE* in, SectionEntry& entry);
+  bool noteDwarf(std::FILE* in, const SectionEntry& entry);
   bool readProjectName(ByteReader in, std::uint32_t size);
   bool readKernelRecords(ByteReader in);
   bool hasSection(SectionKind kind) const;
@@ -114,8 +115,9 @@ class ConsolidatedFile {
   FileHeader header_;
   std::vector<SectionEntry> table_;
   std::string projectName_;
-  std::optional<ByteBlock> dwarf_;  // as the file held it when it was read
-  StdioFile dwarfFile_;             // copied from when the file is saved
+  std::optional<SectionEntry> storedDwarf_;  // where the file held it when it was read
+  std::optional<ByteBlock> dwarf_;           // its bytes
+  StdioFile dwarfFile_;                      // copied from when the file is saved
   KernelList kernels_;
 };
 

@@ -22,6 +22,9 @@ enum class SectionKind : std::uint32_t {
 struct SectionEntry {
   static constexpr std::size_t encodedSize = 24;
 
+  /// Greatest size; what a file says beyond it stands for this one.
+  static constexpr std::uint32_t largestSize = 0xFFFFFFFEU;
+
   SectionKind kind = SectionKind::ProjectName;
   std::uint64_t offset = 0;
   std::uint32_t size = 0;

@@ -1,4 +1,5 @@
 #include "consolidated/ConsolidatedFileFixture.h"
+#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +88,27 @@ TEST_F(ConsolidatedFileDumpTest, OffsetsAreCutToSignedThirtyTwoBits) {
       "json");
   EXPECT_EQ(
       dumped(header(1) + entry(SectionKind::Json, 0x80000028U, 4) + "json", SectionKind::Json), "");
+}
+
+TEST_F(ConsolidatedFileDumpTest, SizesAreClampedLikeInAReadingOfTheWholeFile) {
+  const std::string table =
+      entry(SectionKind::ProjectName, 0, 0) + entry(SectionKind::Json, 0, 0xFFFFFFFFU) +
+      entry(unknownKind, 0, 0xFFFFFFFFU) + entry(SectionKind::Json, 0, 0xFFFFFFFFU);
+  openForDump(header(4) + table);
+  const Table clamped = file_.table();
+  file_.close();
+  EXPECT_FALSE(readModel(header(4) + table));
+  EXPECT_EQ(clamped, file_.table());
+  EXPECT_EQ(clamped[1].size, 0xFFFFFFFEU);
+}
+
+TEST_F(ConsolidatedFileDumpTest, DwarfBeforeTheNameIsNotHeld) {
+  const std::string bytes = container(
+      {{SectionKind::Dwarf, std::string(4'000'000, 'd')}, {SectionKind::ProjectName, "proj"}});
+  const AllocationGauge gauge;
+  openForDump(bytes);
+  EXPECT_EQ(file_.projectName(), "proj");
+  EXPECT_LT(gauge.total(), 1'000'000U);
 }
 
 TEST_F(ConsolidatedFileDumpTest, KeepsTheConsolidatedFile) {

@@ -9,8 +9,6 @@
 namespace consolidator {
 namespace {
 
-constexpr SectionKind unknownKind{7};
-
 using ConsolidatedFileReadingTest = ConsolidatedFileFixture;
 
 std::string recordsNamed(std::string_view name) { return u32(1) + kernelRecord(name, 3); }

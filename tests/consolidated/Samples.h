@@ -18,6 +18,9 @@ inline std::ostream& operator<<(std::ostream& out, const SectionEntry& entry) {
              << " size " << entry.size;
 }
 
+/// A kind that means nothing to this program.
+inline constexpr SectionKind unknownKind{7};
+
 /// A hierarchy file with one kernel.
 inline constexpr std::string_view vaddHierarchy =
     "vadd:\n type: clc\n instance path: /top/vadd_1\n";
