@@ -6,14 +6,14 @@ namespace consolidator {
 
 NumbersByText::NumbersByText(std::span<const Note> notes) {
   std::vector<std::vector<std::uint32_t>> lists;
-  for (const auto& [text, number] : notes) {
-    const std::size_t hash = std::hash<std::string_view>{}(text);
-    std::size_t position = positionOf(text, hash);
+  for (const auto& [newText, number] : notes) {
+    const std::size_t hash = std::hash<std::string_view>{}(newText);
+    std::size_t position = positionOf(newText, hash);
     if (position == PositionIndex::none) {
       position = lists.size();
       index_.add(hash, position);
       lists.emplace_back();
-      texts_ += text;
+      texts_ += newText;
       entries_.push_back({.textStart = static_cast<std::uint32_t>(texts_.size())});
     }
     std::vector<std::uint32_t>& list = lists[position];

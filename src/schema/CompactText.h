@@ -24,8 +24,8 @@ class CompactText {
       text.copy(bytes_.data(), text.size());
       bytes_.back() = static_cast<char>(text.size());
     } else {
-      const std::string* const owned = std::make_unique<std::string>(text).release();
-      std::memcpy(bytes_.data(), &owned, pointerSize);
+      const std::string* const copy = std::make_unique<std::string>(text).release();
+      std::memcpy(bytes_.data(), &copy, pointerSize);
       bytes_.back() = isOwner;
     }
   }
