@@ -69,11 +69,11 @@ void ConsolidatedFile::openOrCreate(const std::string& path, bool create, bool f
   *this = ConsolidatedFile();
   if (!create && forDump) readForDump(path);
   if (!create && !forDump) readExisting(path);
-  stream_ = openStdioFile(path, forDump ? "r" : "w");
+  stream_ = openStdioFileAtOnce(path, forDump ? "r" : "w");
 }
 
 bool ConsolidatedFile::readExisting(const std::string& path) {
-  const StdioFile in = openStdioFile(path, "r");
+  const StdioFile in = openStdioFileAtOnce(path, "r");
   if (!in || !readHeader(in.get()) || !readTable(in.get())) return false;
   const bool isWhole = readSections(in.get(), table_.size());
   if (storedDwarf_ && seekToSection(in.get(), storedDwarf_->offset)) {
@@ -85,7 +85,7 @@ bool ConsolidatedFile::readExisting(const std::string& path) {
 // A dump needs the table, its sizes clamped, and the project's name. What comes before the last of
 // these is read all the same, since the reading ends at the first section that is damaged.
 void ConsolidatedFile::readForDump(const std::string& path) {
-  const StdioFile in = openStdioFile(path, "r");
+  const StdioFile in = openStdioFileAtOnce(path, "r");
   if (!in || !readHeader(in.get()) || !readTable(in.get())) return;
   const auto last = std::find_if(table_.rbegin(), table_.rend(), [](const SectionEntry& entry) {
     return entry.kind == SectionKind::ProjectName || entry.size > SectionEntry::largestSize;
@@ -101,6 +101,7 @@ bool ConsolidatedFile::readSections(std::FILE* in, std::size_t count) {
 // A file that is too short overwrites just the bytes it has. Whatever comes is kept: the versions
 // are what the caller checks, and even a foreign magic is written back.
 bool ConsolidatedFile::readHeader(std::FILE* in) {
+  if (!awaitBytes(in)) return false;
   FileHeader::Bytes bytes = header_.encode();
   const std::size_t got = std::fread(bytes.data(), 1, bytes.size(), in);
   header_ = FileHeader::decode(bytes);

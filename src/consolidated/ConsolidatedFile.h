@@ -29,7 +29,9 @@ class ConsolidatedFile {
  public:
   /// Forgets everything, reads the file at `path` unless `create` is set, and opens it: for
   /// reading if `forDump` is set, else for writing, which truncates it. See isOpen(). Of a file to
-  /// dump from only as much is read as tells its header, table and project name.
+  /// dump from only as much is read as tells its header, table and project name. Of a pipe, which
+  /// cannot be read or written in any order, nothing but the header can be had; it is not waited
+  /// for longer than a second.
   void openOrCreate(const std::string& path, bool create, bool forDump);
 
   /// Whether there is a stream to save to or to dump from.

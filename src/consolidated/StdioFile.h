@@ -14,9 +14,17 @@ struct StdioCloser {
 /// An owned stdio stream, or none.
 using StdioFile = std::unique_ptr<std::FILE, StdioCloser>;
 
-/// Opens a file as `fopen` does; none when that fails.
-inline StdioFile openStdioFile(const std::string& path, const char* mode) {
-  return StdioFile(std::fopen(path.c_str(), mode));
-}
+/// Opens a file as `fopen` does; none when that fails. Where `fopen` waits for the other end of a
+/// named pipe, so does this.
+StdioFile openStdioFile(const std::string& path, const char* mode);
+
+/// Opens a file for reading ("r") or writing ("w") like openStdioFile(), but without waiting: a
+/// named pipe that nobody reads cannot be opened for writing, and one that nobody writes to is
+/// empty.
+StdioFile openStdioFileAtOnce(const std::string& path, const char* mode);
+
+/// Waits for the first bytes of a stream or its end; a second at most, then the result is false.
+/// Files have them at once, pipes and terminals may never.
+bool awaitBytes(std::FILE* stream);
 
 }  // namespace consolidator

@@ -1,0 +1,44 @@
+#include "consolidated/StdioFile.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string_view>
+
+namespace consolidator {
+
+namespace {
+
+bool isNamedPipe(const char* path) {
+  struct stat status {};
+
+  return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+}  // namespace
+
+StdioFile openStdioFile(const std::string& path, const char* mode) {
+  return StdioFile(std::fopen(path.c_str(), mode));
+}
+
+// Pipes alone are opened in another way: a file that another process holds a lease on is one to
+// wait for.
+StdioFile openStdioFileAtOnce(const std::string& path, const char* mode) {
+  if (!isNamedPipe(path.c_str())) return openStdioFile(path, mode);
+  const int direction = std::string_view(mode) == "r" ? O_RDONLY : O_WRONLY;
+  const int descriptor = open(path.c_str(), direction | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return nullptr;
+  StdioFile stream(fdopen(descriptor, mode));
+  if (!stream) close(descriptor);
+  return stream;
+}
+
+bool awaitBytes(std::FILE* stream) {
+  constexpr int second = 1000;
+  pollfd waiting{fileno(stream), POLLIN, 0};
+  return poll(&waiting, 1, second) != 0;
+}
+
+}  // namespace consolidator
