@@ -1,6 +1,7 @@
 #include "consolidated/ConsolidatedFile.h"
 #include "driver/Driver.h"
 #include "driver/ProcessHeap.h"
+#include "driver/StandardStreams.h"
 
 #include <cstdlib>
 #include <exception>
@@ -9,6 +10,7 @@
 
 int main(int argc, char** argv) {
   consolidator::prepareProcessHeap();
+  consolidator::prepareStandardStreams();
   try {
     consolidator::ConsolidatedFile file;
     const int status = consolidator::runConsolidation(argc, argv, file);
