@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <new>
 #include <string_view>
 
 namespace consolidator {
@@ -17,10 +19,16 @@ bool isNamedPipe(const char* path) {
   return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
+// A stream that there is no memory for says nothing about its file.
+StdioFile own(std::FILE* stream) {
+  if (stream == nullptr && errno == ENOMEM) throw std::bad_alloc();
+  return StdioFile(stream);
+}
+
 }  // namespace
 
 StdioFile openStdioFile(const std::string& path, const char* mode) {
-  return StdioFile(std::fopen(path.c_str(), mode));
+  return own(std::fopen(path.c_str(), mode));
 }
 
 // Pipes alone are opened in another way: a file that another process holds a lease on is one to
@@ -30,9 +38,9 @@ StdioFile openStdioFileAtOnce(const std::string& path, const char* mode) {
   const int direction = std::string_view(mode) == "r" ? O_RDONLY : O_WRONLY;
   const int descriptor = open(path.c_str(), direction | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return nullptr;
-  StdioFile stream(fdopen(descriptor, mode));
-  if (!stream) close(descriptor);
-  return stream;
+  std::FILE* const stream = fdopen(descriptor, mode);
+  if (stream == nullptr) close(descriptor);
+  return own(stream);
 }
 
 bool awaitBytes(std::FILE* stream) {

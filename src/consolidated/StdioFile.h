@@ -15,7 +15,7 @@ struct StdioCloser {
 using StdioFile = std::unique_ptr<std::FILE, StdioCloser>;
 
 /// Opens a file as `fopen` does; none when that fails. Where `fopen` waits for the other end of a
-/// named pipe, so does this.
+/// named pipe, so does this. Throws std::bad_alloc when there is no memory for a stream.
 StdioFile openStdioFile(const std::string& path, const char* mode);
 
 /// Opens a file for reading ("r") or writing ("w") like openStdioFile(), but without waiting: a

@@ -1,5 +1,6 @@
 #include "consolidated/ConsolidatedFile.h"
 #include "driver/Driver.h"
+#include "driver/OutOfMemory.h"
 #include "driver/ProcessHeap.h"
 #include "driver/StandardStreams.h"
 
@@ -9,6 +10,7 @@
 #include <new>
 
 int main(int argc, char** argv) {
+  consolidator::endWhereMemoryRunsOut();
   consolidator::prepareProcessHeap();
   consolidator::prepareStandardStreams();
   try {
@@ -18,7 +20,7 @@ int main(int argc, char** argv) {
     // long as reading them.
     std::exit(status);
   } catch (const std::bad_alloc&) {
-    std::cerr << "Error: out of memory" << std::endl;
+    consolidator::endOutOfMemory();
   } catch (const std::exception& error) {
     std::cerr << "Error: " << error.what() << std::endl;
   }
