@@ -8,14 +8,8 @@ namespace consolidator {
 
 namespace {
 
-// A state, by the patterns that it is a prefix of: a range of a sorted list.
-struct PrefixRange {
-  std::size_t begin = 0;
-  std::size_t end = 0;
-};
-
 // The number of different prefixes of sorted patterns, the empty one included.
-std::size_t countPrefixes(std::span<const std::string_view> sorted) {
+std::size_t countPrefixes(TextSearch::Patterns sorted) {
   std::size_t count = 1;
   std::string_view before;
   for (const std::string_view pattern : sorted) {
@@ -28,12 +22,12 @@ std::size_t countPrefixes(std::span<const std::string_view> sorted) {
 
 }  // namespace
 
-TextSearch::TextSearch(std::span<const std::string_view> patterns)
+TextSearch::TextSearch(Patterns patterns)
     : nextMatch_(patterns.size(), none), foundBy_(patterns.size()) {
   addNodes(patterns);
 }
 
-void TextSearch::addNodes(std::span<const std::string_view> patterns) {
+void TextSearch::addNodes(Patterns patterns) {
   std::vector<std::uint32_t> order(patterns.size());
   std::iota(order.begin(), order.end(), 0U);
   std::ranges::sort(order, {}, [&](std::uint32_t i) { return patterns[i]; });
@@ -47,26 +41,17 @@ void TextSearch::addNodes(std::span<const std::string_view> patterns) {
   nodes_.emplace_back();
   lastCharacters_.push_back('\0');
   State state = start;
-  std::vector<PrefixRange> current{{0, sorted.size()}};  // the states of one length
-  std::vector<PrefixRange> longer;
+  std::vector<Patterns> current{sorted};  // by states of one length: those with that prefix
+  std::vector<Patterns> longer;
   for (std::size_t length = 0; !current.empty(); ++length) {
-    for (auto [begin, end] : current) {
+    for (Patterns prefixed : current) {
       nodes_[state].firstChild = static_cast<State>(nodes_.size());
       nodes_[state].longestMatch = nodes_[nodes_[state].fallback].longestMatch;
-      if (begin < end && sorted[begin].size() == length) {
-        nextMatch_[order[begin]] = nodes_[state].longestMatch;
-        nodes_[state].longestMatch = order[begin++];
+      if (!prefixed.empty() && prefixed.front().size() == length) {
+        addPattern(state, order[static_cast<std::size_t>(prefixed.data() - sorted.data())]);
+        prefixed = prefixed.subspan(1);
       }
-      while (begin < end) {
-        const char c = sorted[begin][length];
-        const std::size_t first = begin;
-        while (begin < end && sorted[begin][length] == c) ++begin;
-        // Shorter states are complete by now, and a fallback is shorter.
-        const State fallback = state == start ? start : next(nodes_[state].fallback, c);
-        nodes_.push_back({.fallback = fallback});
-        lastCharacters_.push_back(c);
-        longer.push_back({first, begin});
-      }
+      addChildren(state, prefixed, length, longer);
       ++state;
     }
     current.swap(longer);
@@ -75,6 +60,28 @@ void TextSearch::addNodes(std::span<const std::string_view> patterns) {
   nodes_.push_back({.firstChild = static_cast<State>(nodes_.size())});
   for (State first = nodes_[start].firstChild; first < nodes_[start + 1].firstChild; ++first) {
     startsPattern_[static_cast<unsigned char>(lastCharacters_[first])] = true;
+  }
+}
+
+void TextSearch::addPattern(State state, std::uint32_t pattern) {
+  nextMatch_[pattern] = nodes_[state].longestMatch;
+  nodes_[state].longestMatch = pattern;
+}
+
+// Adds a state for each character that comes next in some of the sorted patterns, and appends those
+// of each. Shorter states must be complete, since a fallback is shorter.
+void TextSearch::addChildren(State state, Patterns patterns, std::size_t length,
+                             std::vector<Patterns>& longer) {
+  while (!patterns.empty()) {
+    const char c = patterns.front()[length];
+    const auto other =
+        std::ranges::find_if(patterns, [&](std::string_view text) { return text[length] != c; });
+    const auto count = static_cast<std::size_t>(other - patterns.begin());
+    const State fallback = state == start ? start : next(nodes_[state].fallback, c);
+    nodes_.push_back({.fallback = fallback});
+    lastCharacters_.push_back(c);
+    longer.push_back(patterns.first(count));
+    patterns = patterns.subspan(count);
   }
 }
 

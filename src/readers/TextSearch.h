@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -22,9 +23,11 @@ class TextSearch {
 
   static constexpr State start = 0;
 
+  using Patterns = std::span<const std::string_view>;
+
   /// The patterns must differ from one another; together they must be shorter than 4 GiB. They are
   /// not referred to later.
-  explicit TextSearch(std::span<const std::string_view> patterns);
+  explicit TextSearch(Patterns patterns);
 
   /// Continues a search with a piece of text. Appends the positions (in the constructor's list) of
   /// the patterns that end in this piece, each once, in no particular order; the empty pattern ends
@@ -40,7 +43,10 @@ class TextSearch {
     std::uint32_t longestMatch = none;  // the longest pattern that it ends in
   };
 
-  void addNodes(std::span<const std::string_view> patterns);
+  void addNodes(Patterns patterns);
+  void addPattern(State state, std::uint32_t pattern);
+  void addChildren(State state, Patterns patterns, std::size_t length,
+                   std::vector<Patterns>& longer);
   State child(State state, char c) const;
   State next(State state, char c) const;
   void addMatches(State state, std::vector<std::uint32_t>& found);
