@@ -9,6 +9,10 @@ namespace {
 
 constexpr std::size_t readBlockSize = std::size_t{256} * 1024;
 
+// A file may have very many sections of a few bytes each, which must not cost a block each: who
+// reads on gets whole blocks.
+constexpr std::size_t firstReadSize = std::size_t{4} * 1024;
+
 std::uint64_t bytesUpToEnd(std::FILE* stream) {
   const off_t start = ftello(stream);
   if (start < 0 || fseeko(stream, 0, SEEK_END) != 0) return 0;
@@ -46,11 +50,12 @@ std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementS
 // Makes at least `size` bytes (at most a block) available in the block.
 bool ByteReader::fill(std::size_t size) {
   if (remaining() < size) return fail();
+  const std::size_t most = block_ ? readBlockSize : firstReadSize;
   if (!block_) block_ = std::make_unique_for_overwrite<char[]>(readBlockSize);
   const std::size_t kept = end_ - position_;
   std::memmove(block_.get(), block_.get() + position_, kept);
   position_ = 0;
-  end_ = kept + readAhead(block_.get() + kept, readBlockSize - kept);
+  end_ = kept + readAhead(block_.get() + kept, most - kept);
   return end_ >= size || fail();
 }
 

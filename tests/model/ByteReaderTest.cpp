@@ -215,28 +215,42 @@ TEST(ByteReader, EndsALongTextAtItsFirstZeroByte) {
   EXPECT_EQ(value, 42U);
 }
 
-// Numbers and texts at every place relative to the border between two blocks.
+// Skips so many bytes by reading numbers, which has whole blocks read.
+void skipNumbers(ByteReader& in, std::size_t size) {
+  std::uint32_t ignored = 0;
+  for (; size >= sizeof ignored; size -= sizeof ignored) ASSERT_TRUE(in.readU32(ignored));
+  std::string rest(size, '\0');
+  ASSERT_TRUE(in.readBytes(rest.data(), rest.size()));
+}
+
+// Numbers and texts at every place relative to the borders behind the first two blocks.
 TEST(ByteReader, ReadsAcrossTheBordersOfItsBlocks) {
-  for (std::size_t before = blockSize - 16; before <= blockSize + 1; ++before) {
-    const std::string skipped = variedBytes(before);
-    const MemoryStream stream(text(skipped) + hexBytes("01 02 03 04") + text("a text") +
-                              hexBytes("05 06 07 08"));
-    ByteReader in(stream.get());
-    std::uint32_t skippedSize = 0;
-    ASSERT_TRUE(in.readU32(skippedSize));
-    std::string bytes(before, '\0');
-    ASSERT_TRUE(in.readBytes(bytes.data(), bytes.size()));
-    EXPECT_TRUE(bytes == skipped) << before;
-    std::uint32_t value = 0;
-    EXPECT_TRUE(in.readU32(value)) << before;
-    EXPECT_EQ(value, 0x04030201U) << before;
-    std::string text;
-    EXPECT_TRUE(in.readText(text)) << before;
-    EXPECT_EQ(text, "a text") << before;
-    EXPECT_TRUE(in.readU32(value)) << before;
-    EXPECT_EQ(value, 0x08070605U) << before;
-    EXPECT_EQ(in.remaining(), 0U) << before;
+  constexpr std::size_t firstSize = 4096;
+  for (const std::size_t border : {firstSize, firstSize + blockSize}) {
+    for (std::size_t before = border - 20; before <= border + 1; ++before) {
+      const MemoryStream stream(variedBytes(before) + hexBytes("01 02 03 04") + text("a text") +
+                                hexBytes("05 06 07 08"));
+      ByteReader in(stream.get());
+      skipNumbers(in, before);
+      std::uint32_t value = 0;
+      EXPECT_TRUE(in.readU32(value)) << before;
+      EXPECT_EQ(value, 0x04030201U) << before;
+      std::string text;
+      EXPECT_TRUE(in.readText(text)) << before;
+      EXPECT_EQ(text, "a text") << before;
+      EXPECT_TRUE(in.readU32(value)) << before;
+      EXPECT_EQ(value, 0x08070605U) << before;
+      EXPECT_EQ(in.remaining(), 0U) << before;
+    }
   }
+}
+
+// As the sections of a file with very many of them are read.
+TEST(ByteReader, ReadsFewBytesOfAStreamThatIsReadNoFurther) {
+  const MemoryStream stream(variedBytes(4 * blockSize));
+  std::uint32_t value = 0;
+  EXPECT_TRUE(ByteReader(stream.get()).readU32(value));
+  EXPECT_LE(lseek(fileno(stream.get()), 0, SEEK_CUR), 8192);
 }
 
 TEST(ByteReader, ReadsManyTextsAcrossManyBlocks) {
