@@ -20,6 +20,8 @@ std::string_view get_error_description(error_code code) {
       return "entity and attribute-list declarations are refused";
     case error_code::nested_too_deep:
       return "elements nested too deep";
+    case error_code::token_too_long:
+      return "token too long";
     case error_code::not_written:
       return "document could not be written";
   }

@@ -14,6 +14,7 @@ enum class error_code {
   bad_integer,          ///< an attribute is not an unsigned number within its limit; thrown
   declaration_refused,  ///< the document declares entities or attribute lists; thrown
   nested_too_deep,      ///< more than `c_xml_reader::max_depth` open elements; thrown
+  token_too_long,       ///< a tag, comment or the like over `c_xml_reader::max_token`; thrown
   not_written,          ///< the output took less than all of the document
 };
 

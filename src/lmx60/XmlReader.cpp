@@ -7,7 +7,6 @@
 #include <expat.h>
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -160,10 +159,11 @@ int c_xml_reader::parse_on() {
 // its square.
 int c_xml_reader::parse_block() {
   constexpr std::uint64_t smallest = std::uint64_t{64} * 1024;
-  constexpr std::uint64_t largest = std::numeric_limits<int>::max() / 4;
   const auto token_start =
       static_cast<std::uint64_t>(std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0));
-  const auto size = static_cast<int>(std::clamp(bytes_read_ - token_start, smallest, largest));
+  const std::uint64_t unused = bytes_read_ - token_start;
+  if (unused > max_token) capture_error(error_code::token_too_long, "");
+  const auto size = static_cast<int>(std::max(unused, smallest));
   void* const block = XML_GetBuffer(parser_.get(), size);
   if (block == nullptr) return XML_STATUS_ERROR;
   const std::size_t count =

@@ -32,6 +32,11 @@ class c_xml_reader {
   /// How many elements may be open at a time.
   static constexpr std::size_t max_depth = 256;
 
+  /// How many bytes a tag, a comment or the like may take, give or take a block; the text of an
+  /// element may be of any length. The parser holds a token as a whole, and somewhere below a
+  /// gigabyte it reports to be out of memory, however much there is.
+  static constexpr std::size_t max_token = std::size_t{128} * 1024 * 1024;
+
   /// Opens a file. `result` must outlive the reader: it becomes `file_not_opened`, and the
   /// document reads as one with nothing in it, or `not_read`; at the end of the document it
   /// becomes `ok`, and the code of the fault when one is thrown.

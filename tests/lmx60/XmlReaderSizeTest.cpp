@@ -89,6 +89,16 @@ TEST(XmlReaderSizeTest, TimeForALongTokenIsLinearInItsLength) {
   }
 }
 
+// Without end, as far as the reader can tell: it is refused before it takes all memory.
+TEST(XmlReaderSizeTest, RefusesATokenBeyondTheLimit) {
+  const std::string filler(std::size_t{1024} * 1024, 'a');
+  std::size_t inUse = 0;
+  EXPECT_EQ(recorded(std::make_unique<RepeatingSource>(
+                "<e><!--", filler, 4 * c_xml_reader::max_token / filler.size(), "", inUse)),
+            "line 1: token too long");
+  EXPECT_LE(inUse, 5 * c_xml_reader::max_token);
+}
+
 TEST(XmlReaderSizeTest, ReadsALongAttributeWhole) {
   const std::string value(1000000, 'v');
   EXPECT_EQ(recorded("<e a='" + value + "'/>"), "e a='" + value + "' { }; ");
