@@ -1,0 +1,219 @@
+#include "consolidated/ConsolidatedFile.h"
+#include "driver/GrowthCases.h"
+#include "model/KernelMerge.h"
+#include "support/Bytes.h"
+#include "support/MemoryFile.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+namespace consolidator {
+
+namespace {
+
+using MakeBytes = std::function<std::string(std::size_t size)>;
+
+// A list of the binary form: its count, then its elements.
+template <typename MakeElement>
+std::string list(std::size_t count, MakeElement makeElement) {
+  return u32(static_cast<std::uint32_t>(count)) + joined(count, makeElement);
+}
+
+// The lists of a record in the order in which they stand; the type is among them.
+enum Part : std::size_t { Paths, Type, Arguments, Variables, HardwareVariables, Conditions, Brams };
+
+// A file with one kernel, of which one part is as given.
+std::string withPart(Part part, const std::string& bytes) {
+  std::string record = text("k");
+  for (std::size_t i = Paths; i <= Brams; ++i) record += i == part ? bytes : u32(0);
+  return container({{SectionKind::KernelRecords, u32(1) + record}});
+}
+
+std::string condition(const std::string& expression) {
+  return u32(2) + text(expression) + u32(7) + text("k.c");
+}
+
+// Reads the file and saves it, which prepares the conditions and renders the JSON text.
+PrepareWork rewriting(MakeBytes makeBytes) {
+  return [makeBytes](std::size_t size) -> Work {
+    const auto file = std::make_shared<MemoryFile>();
+    return [file, bytes = makeBytes(size)] {
+      file->write(bytes);
+      ConsolidatedFile consolidated;
+      consolidated.openOrCreate(file->path(), false, false);
+      consolidated.save();
+      consolidated.close();
+    };
+  };
+}
+
+PrepareWork dumping(MakeBytes makeBytes) {
+  return [makeBytes](std::size_t size) -> Work {
+    const auto file = std::make_shared<MemoryFile>();
+    const auto out = std::make_shared<MemoryFile>();
+    file->write(makeBytes(size));
+    return [file, out] {
+      ConsolidatedFile consolidated;
+      consolidated.openOrCreate(file->path(), false, true);
+      consolidated.dumpDwarf(out->path());
+      consolidated.dumpJson(out->path());
+      consolidated.close();
+    };
+  };
+}
+
+// Merges a kernel into another one that has as much in it, half of it the same.
+PrepareWork merging(std::function<void(KernelRecord& kernel, std::size_t number)> fill) {
+  return [fill](std::size_t size) -> Work {
+    const auto known = std::make_shared<KernelRecord>();
+    const auto incoming = std::make_shared<KernelRecord>();
+    for (std::size_t i = 0; i < size; ++i) {
+      fill(*known, i);
+      fill(*incoming, i + size / 2);
+    }
+    return [known, incoming] {
+      KernelList kernels;
+      kernels.append(*known);
+      mergeKernel(kernels, *incoming);
+    };
+  };
+}
+
+void addListCases(std::vector<GrowthCase>& cases, const KeyShape& shape) {
+  const auto key = shape.key;
+  const auto put = [&](const std::string& name, Part part, auto makeElement) {
+    cases.push_back({"Stored" + name + shape.name, rewriting([=](std::size_t size) {
+                       return withPart(part, list(size, makeElement));
+                     })});
+  };
+  const auto variable = [key](std::size_t i) {
+    return text(key(i)) + text("r") + text("int") + u32(0);
+  };
+  put("Paths", Paths, [key](std::size_t i) { return text(key(i)); });
+  put("Arguments", Arguments, variable);
+  put("Variables", Variables, variable);
+  put("HardwareVariables", HardwareVariables,
+      [key](std::size_t i) { return text(key(i)) + u32(1) + u32(1) + u32(2); });
+  put("Conditions", Conditions, [key](std::size_t i) { return condition(key(i)); });
+  put("Brams", Brams, [key](std::size_t i) { return text(key(i)); });
+  cases.push_back({"StoredKernels" + shape.name, rewriting([key](std::size_t size) {
+                     return container({{SectionKind::KernelRecords, list(size, [&](std::size_t i) {
+                                          return kernelRecord(key(i), 0);
+                                        })}});
+                   })});
+
+  const auto merge = [&](const std::string& name, auto fill) {
+    cases.push_back({"Merged" + name + shape.name, merging(fill)});
+  };
+  merge("Paths", [key](KernelRecord& kernel, std::size_t i) { kernel.addInstancePath(key(i)); });
+  merge("Arguments",
+        [key](KernelRecord& kernel, std::size_t i) { kernel.addArgument(key(i), "r", "int"); });
+  merge("Variables",
+        [key](KernelRecord& kernel, std::size_t i) { kernel.addVariable(key(i), "r", "int"); });
+  merge("HardwareVariables",
+        [key](KernelRecord& kernel, std::size_t i) { kernel.setLogicLocation(key(i), 1, 2, 3); });
+  merge("Conditions", [key](KernelRecord& kernel, std::size_t i) {
+    kernel.addBreakableCondition(ConditionKind::Start, key(i));
+  });
+}
+
+// Conditions that differ in one number alone, which hashes to itself.
+void addNumberCases(std::vector<GrowthCase>& cases) {
+  for (const unsigned shift : {0U, 8U, 16U, 20U, 32U}) {
+    cases.push_back({"MergedConditionsOnLinesBy" + std::to_string(std::size_t{1} << shift),
+                     merging([shift](KernelRecord& kernel, std::size_t i) {
+                       BreakableCondition added(ConditionKind::SourceLine, "a");
+                       added.line = static_cast<std::uint32_t>(i << shift);
+                       kernel.addBreakableCondition(added);
+                     })});
+  }
+  cases.push_back({"MergedConditionKinds", merging([](KernelRecord& kernel, std::size_t i) {
+                     kernel.addBreakableCondition(static_cast<ConditionKind>(i << 8U), "a");
+                   })});
+}
+
+void addInnerListCases(std::vector<GrowthCase>& cases) {
+  const auto put = [&](const std::string& name, Part part, auto makeElement) {
+    cases.push_back({"Stored" + name, rewriting([=](std::size_t size) {
+                       return withPart(part, u32(1) + makeElement(size));
+                     })});
+  };
+  const auto location = [](std::size_t i) { return u64(i); };
+  const std::string variable = text("a") + text("r") + text("int");
+  put("Instances", Arguments,
+      [=](std::size_t size) { return variable + list(size, [](auto) { return u32(0); }); });
+  put("InstanceBits", Variables,
+      [=](std::size_t size) { return variable + u32(1) + list(size, location); });
+  put("Locations", HardwareVariables,
+      [=](std::size_t size) { return text("r") + list(size, location); });
+  put("LongName", Paths, [](std::size_t size) { return text(std::string(256 * size, 'n')); });
+  put("LongNameOfZeros", Paths,
+      [](std::size_t size) { return text(std::string(256 * size, '\0')); });
+}
+
+void addConditionCases(std::vector<GrowthCase>& cases) {
+  struct Shape {
+    const char* name;
+    const char* part;
+  };
+
+  static constexpr std::array shapes{
+      Shape{"Chain", "a == "},     Shape{"Operands", "a "},          Shape{"Operators", "== "},
+      Shape{"Openings", "( "},     Shape{"ClosedTokens", "(a) "},    Shape{"LongToken", "aaaaaaaa"},
+      Shape{"Spaces", "        "}, Shape{"Postfix", "a a a == == "}, Shape{"Brackets", "()"}};
+  for (const Shape& shape : shapes) {
+    cases.push_back({std::string("LongCondition") + shape.name,
+                     rewriting([part = shape.part](std::size_t size) {
+                       const std::string parts = joined(size, [&](auto) { return part; });
+                       return withPart(Conditions, u32(1) + condition(parts + "z"));
+                     })});
+  }
+  cases.push_back({"TriviallyTrueConditions", rewriting([](std::size_t size) {
+                     return withPart(Conditions, list(size, [](auto) {
+                                       return u32(0) + text("(1'b1 == 1'b1)");
+                                     }));
+                   })});
+}
+
+// Many entries that all describe the same few bytes: a project's name, DWARF, records without any,
+// a JSON text.
+void addTableCases(std::vector<GrowthCase>& cases) {
+  const auto table = [](std::uint32_t kind) {
+    return [kind](std::size_t size) {
+      const std::size_t end = 16 + 24 * size;
+      return header(static_cast<std::uint32_t>(size)) +
+             joined(size, [&](auto) { return entry(kind, end, 4); }) + u32(0) +
+             std::string(24 * size, 'x');
+    };
+  };
+  for (const std::uint32_t kind : {0U, 1U, 2U, 3U, 4U}) {
+    const std::string name = "TableOfKind" + std::to_string(kind);
+    cases.push_back({name, rewriting(table(kind))});
+    cases.push_back({name + "ToDump", dumping(table(kind))});
+  }
+  const auto section = [](SectionKind kind) {
+    return [kind](std::size_t size) { return container({{kind, std::string(256 * size, 's')}}); };
+  };
+  cases.push_back({"LongProjectName", rewriting(section(SectionKind::ProjectName))});
+  cases.push_back({"LongDwarf", rewriting(section(SectionKind::Dwarf))});
+  cases.push_back({"LongDwarfToDump", dumping(section(SectionKind::Dwarf))});
+  cases.push_back({"LongJsonToDump", dumping(section(SectionKind::Json))});
+  cases.push_back(
+      {"NoContainer", rewriting([](std::size_t size) { return std::string(256 * size, 'x'); })});
+}
+
+}  // namespace
+
+std::vector<GrowthCase> containerGrowthCases() {
+  std::vector<GrowthCase> cases;
+  for (const KeyShape& shape : keyShapes()) addListCases(cases, shape);
+  addNumberCases(cases);
+  addInnerListCases(cases);
+  addConditionCases(cases);
+  addTableCases(cases);
+  return cases;
+}
+
+}  // namespace consolidator
