@@ -50,7 +50,7 @@ std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementS
 // Makes at least `size` bytes (at most a block) available in the block.
 bool ByteReader::fill(std::size_t size) {
   if (remaining() < size) return fail();
-  const std::size_t most = block_ ? readBlockSize : firstReadSize;
+  const std::size_t most = block_ ? readBlockSize : std::max(size, firstReadSize);
   if (!block_) block_ = std::make_unique_for_overwrite<char[]>(readBlockSize);
   const std::size_t kept = end_ - position_;
   std::memmove(block_.get(), block_.get() + position_, kept);
