@@ -1,41 +1,51 @@
 // Reads any bytes as a kernel XML document. What is read must be written and read again without a
-// difference.
+// difference, and the reader of the tool must make of it, from a pipe that hands it out in pieces,
+// the records that follow from its elements.
 
-#include "lmx60/LmxException.h"
-#include "lmx60/MemorySource.h"
-#include "lmx60/XmlReader.h"
-#include "schema/DevpackXmlReaderWriterLMX.h"
+#include "../tests/support/StreamCapture.h"
+#include "PipedText.h"
+#include "PlainKernelXml.h"
+#include "Require.h"
+#include "readers/KernelFile.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
+
+namespace consolidator {
 
 namespace {
 
-Devpack::Project readProject(std::string_view document) {
-  lmx::error_code result{};
-  lmx::c_xml_reader reader(std::make_unique<lmx::c_memory_source>(document), result);
-  Devpack::Project project;
-  project.unmarshal(reader, "project");
-  if (result != lmx::error_code::ok) std::abort();
-  return project;
+void requireReadsBack(const Devpack::Project& project) {
+  const std::string written = project.writeToString();
+  const std::optional<Devpack::Project> again = readProject(written);
+  require(again.has_value(), "what was written can be read");
+  require(*again == project, "what was written reads back");
+  require(again->writeToString() == written, "what was read back is written alike");
+}
+
+void requirePlainRecords(const std::string& path, const Devpack::Project& project) {
+  KernelFile reader(path.c_str());
+  const StreamCapture capture;
+  require(reader.isValid() && reader.parse(), "the document is accepted");
+  require(reader.kernels() == PlainKernelXml(project).records(),
+          "the records are those of the elements");
+  require(capture.out().empty() && capture.err().empty(), "nothing is printed");
+}
+
+void readTwice(const std::string& document) {
+  const std::optional<Devpack::Project> project = readProject(document);
+  if (!project) return;
+  requireReadsBack(*project);
+  withPipe(document, [&](const std::string& path) { requirePlainRecords(path, *project); });
 }
 
 }  // namespace
 
+}  // namespace consolidator
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string document(data, data + size);
-  Devpack::Project project;
-  try {
-    project = readProject(document);
-  } catch (const lmx::c_lmx_exception&) {
-    return 0;
-  }
-  const std::string written = project.writeToString();
-  const Devpack::Project again = readProject(written);
-  if (again != project || again.writeToString() != written) std::abort();
+  consolidator::readTwice(std::string(data, data + size));
   return 0;
 }
