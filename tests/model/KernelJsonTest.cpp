@@ -1,4 +1,5 @@
 #include "model/KernelJson.h"
+#include "model/SourceLine.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>
@@ -15,14 +16,6 @@ KernelRecord named(std::string_view name) {
   KernelRecord kernel;
   kernel.name = name;
   return kernel;
-}
-
-BreakableCondition sourceLine(const std::string& text, std::uint32_t line,
-                              const std::string& file) {
-  BreakableCondition condition(ConditionKind::SourceLine, text);
-  condition.line = line;
-  condition.file = file;
-  return condition;
 }
 
 // The JSON of a kernel "k" of which only the parts that are given hold something.

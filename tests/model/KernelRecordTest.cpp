@@ -1,5 +1,6 @@
 #include "model/Describe.h"
 #include "model/KernelRecord.h"
+#include "model/SourceLine.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>
@@ -15,14 +16,6 @@ std::vector<std::string> texts(const TextList& list) { return {list.begin(), lis
 
 std::vector<BreakableCondition> conditions(const KernelRecord& kernel) {
   return {kernel.breakableConditions.begin(), kernel.breakableConditions.end()};
-}
-
-BreakableCondition sourceLine(const std::string& text, std::uint32_t line,
-                              const std::string& file) {
-  BreakableCondition condition(ConditionKind::SourceLine, text);
-  condition.line = line;
-  condition.file = file;
-  return condition;
 }
 
 KernelRecord fullKernel() {

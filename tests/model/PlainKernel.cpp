@@ -9,61 +9,6 @@ namespace consolidator {
 
 namespace {
 
-// Fills records in place, so that what was read stays there when a short read is thrown.
-class PlainDecoder {
- public:
-  explicit PlainDecoder(std::string_view bytes) : in_(bytes, 0) {}
-
-  std::uint32_t number() { return in_.number(); }
-
-  std::string text() { return in_.text(); }
-
-  void texts(std::vector<std::string>& list) {
-    for (std::uint32_t left = in_.number(); left > 0; --left) list.push_back(text());
-  }
-
-  void locations(std::vector<BitLocation>& list) {
-    for (std::uint32_t left = in_.clampedNumber(); left > 0; --left) {
-      const std::uint32_t first = in_.number();
-      list.push_back({first, in_.number()});
-    }
-  }
-
-  void read(VariableRecord& variable) {
-    variable.name = in_.text();
-    variable.second = in_.text();
-    variable.cType = in_.text();
-    for (std::uint32_t left = in_.clampedNumber(); left > 0; --left) {
-      locations(variable.instanceBits.emplace_back());
-    }
-    variable.valid = true;
-  }
-
-  void read(HardwareVariable& variable) {
-    variable.rtlName = in_.text();
-    locations(variable.logicLocations);
-    variable.valid = true;
-  }
-
-  void read(BreakableCondition& condition) {
-    condition.kind = static_cast<ConditionKind>(in_.number());
-    condition.condition = in_.text();
-    if (condition.kind == ConditionKind::SourceLine) {
-      condition.line = in_.number();
-      condition.file = in_.text();
-    }
-    condition.valid = true;
-  }
-
-  template <typename T>
-  void records(std::vector<T>& list) {
-    for (std::uint32_t left = in_.number(); left > 0; --left) read(list.emplace_back());
-  }
-
- private:
-  PlainBytes in_;
-};
-
 bool sameCondition(const BreakableCondition& a, const BreakableCondition& b) {
   return a.kind == b.kind && a.condition == b.condition && a.line == b.line && a.file == b.file;
 }
@@ -113,16 +58,9 @@ PlainKernel::PlainKernel(const KernelRecord& kernel)
       brams(kernel.brams) {}
 
 bool PlainKernel::readBinary(std::string_view bytes) {
-  PlainDecoder in(bytes);
+  PlainBytes in(bytes, 0);
   try {
-    name = in.text();
-    in.texts(instancePaths);
-    type = static_cast<KernelType>(in.number());
-    in.records(arguments);
-    in.records(variables);
-    in.records(hardwareVariables);
-    in.records(breakableConditions);
-    in.texts(brams);
+    PlainRecordReader(in).readKernel(*this);
     return true;
   } catch (const ShortRead&) {
     return false;

@@ -1,5 +1,6 @@
 #include "model/Describe.h"
 #include "readers/AuxiliaryXMLFile.h"
+#include "readers/KernelWithArguments.h"
 #include "support/StreamCapture.h"
 
 #include <gtest/gtest.h>
@@ -24,19 +25,8 @@ std::string read(std::string_view text) {
   return isAccepted ? capture.err() + describe(reader.kernels().front()) : capture.err();
 }
 
-struct Argument {
-  std::string_view name;
-  std::string_view second;
-  std::string_view cType;
-};
-
 std::string kernel(std::string_view name, std::initializer_list<Argument> arguments = {}) {
-  KernelRecord record;
-  record.name = name;
-  for (const Argument& argument : arguments) {
-    record.arguments.append({argument.name, argument.second, argument.cType});
-  }
-  return describe(record);
+  return describe(kernelWithArguments(name, arguments));
 }
 
 // The type of an argument with this word.

@@ -1,5 +1,6 @@
 #include "model/Describe.h"
 #include "readers/KernelFile.h"
+#include "readers/KernelWithArguments.h"
 #include "support/MemoryFile.h"
 #include "support/NamedPipe.h"
 #include "support/PiecewisePipe.h"
@@ -43,18 +44,8 @@ std::string inCore(std::string_view content) {
          "</core></device></platform></project>";
 }
 
-struct Argument {
-  std::string_view name;
-  std::string_view second;
-  std::string_view cType;
-};
-
 std::string kernel(std::string_view name, std::initializer_list<Argument> arguments = {}) {
-  KernelRecord record;
-  record.name = name;
-  for (const Argument& argument : arguments) {
-    record.arguments.append({argument.name, argument.second, argument.cType});
-  }
+  KernelRecord record = kernelWithArguments(name, arguments);
   record.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
   record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
   return describe(record);

@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace consolidator {
 
@@ -45,22 +47,29 @@ class PlainBytes {
   std::string_view bytes_;
 };
 
-/// Decodes kernel records field by field; throws ShortRead.
+/// Decodes kernel records field by field; throws ShortRead. Records are filled in place, so that
+/// what was read stays there then.
 class PlainRecordReader {
  public:
   explicit PlainRecordReader(PlainBytes& in) : in_(in) {}
 
   KernelRecord kernel() {
     KernelRecord kernel;
-    kernel.name = in_.text();
-    repeat(in_.number(), [&] { kernel.instancePaths.append(in_.text()); });
-    kernel.type = static_cast<KernelType>(in_.number());
-    repeat(in_.number(), [&] { kernel.arguments.append(variable()); });
-    repeat(in_.number(), [&] { kernel.variables.append(variable()); });
-    repeat(in_.number(), [&] { kernel.hardwareVariables.append(hardwareVariable()); });
-    repeat(in_.number(), [&] { kernel.breakableConditions.append(condition()); });
-    repeat(in_.number(), [&] { kernel.brams.push_back(in_.text()); });
+    readKernel(kernel);
     return kernel;
+  }
+
+  /// Reads a KernelRecord, or what has the same fields in vectors.
+  template <typename Kernel>
+  void readKernel(Kernel& kernel) {
+    kernel.name = in_.text();
+    readList(kernel.instancePaths);
+    kernel.type = static_cast<KernelType>(in_.number());
+    readList(kernel.arguments);
+    readList(kernel.variables);
+    readList(kernel.hardwareVariables);
+    readList(kernel.breakableConditions);
+    readList(kernel.brams);
   }
 
  private:
@@ -69,36 +78,48 @@ class PlainRecordReader {
     for (std::uint32_t i = 0; i < count; ++i) action();
   }
 
-  BitLocation location() {
-    BitLocation location;
-    location.first = in_.number();
-    location.second = in_.number();
-    return location;
+  void readList(std::vector<std::string>& list) {
+    repeat(in_.number(), [&] { list.push_back(in_.text()); });
   }
 
-  VariableRecord variable() {
-    VariableRecord variable;
+  template <typename T>
+  void readList(std::vector<T>& list) {
+    repeat(in_.number(), [&] { read(list.emplace_back()); });
+  }
+
+  template <typename T, typename KeyOf>
+  void readList(KeyedList<T, KeyOf>& list) {
+    repeat(in_.number(), [&] {
+      T item;
+      read(item);
+      list.append(std::move(item));
+    });
+  }
+
+  void readLocations(std::vector<BitLocation>& list) {
+    repeat(in_.clampedNumber(), [&] {
+      const std::uint32_t first = in_.number();
+      list.push_back({first, in_.number()});
+    });
+  }
+
+  void read(std::string& text) { text = in_.text(); }
+
+  void read(VariableRecord& variable) {
     variable.name = in_.text();
     variable.second = in_.text();
     variable.cType = in_.text();
-    repeat(in_.clampedNumber(), [&] {
-      InstanceBits& bits = variable.instanceBits.emplace_back();
-      repeat(in_.clampedNumber(), [&] { bits.push_back(location()); });
-    });
+    repeat(in_.clampedNumber(), [&] { readLocations(variable.instanceBits.emplace_back()); });
     variable.valid = true;
-    return variable;
   }
 
-  HardwareVariable hardwareVariable() {
-    HardwareVariable variable;
+  void read(HardwareVariable& variable) {
     variable.rtlName = in_.text();
-    repeat(in_.clampedNumber(), [&] { variable.logicLocations.push_back(location()); });
+    readLocations(variable.logicLocations);
     variable.valid = true;
-    return variable;
   }
 
-  BreakableCondition condition() {
-    BreakableCondition condition;
+  void read(BreakableCondition& condition) {
     condition.kind = static_cast<ConditionKind>(in_.number());
     condition.condition = in_.text();
     if (condition.kind == ConditionKind::SourceLine) {
@@ -106,7 +127,6 @@ class PlainRecordReader {
       condition.file = in_.text();
     }
     condition.valid = true;
-    return condition;
   }
 
   PlainBytes& in_;
