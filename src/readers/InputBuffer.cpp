@@ -1,7 +1,5 @@
 #include "readers/InputBuffer.h"
 
-#include "model/WhiteSpace.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -44,24 +42,10 @@ InputBuffer::~InputBuffer() {
   if (descriptor_ >= 0) close(descriptor_);
 }
 
-bool InputBuffer::skipWhiteSpace() {
-  do {
-    const char* const next = std::find_if_not(gptr(), egptr(), isWhiteSpace);
-    skip(static_cast<std::size_t>(next - gptr()));
-    if (available() > 0) return true;
-  } while (readMore());
-  return false;
-}
-
-std::string_view InputBuffer::readWord() {
-  if (!skipWhiteSpace()) return {};
-  std::size_t length = 0;
-  do {
-    length += wordLength(buffered().substr(length));
-  } while (length == available() && readMore());
-  const std::string_view word{gptr(), length};
-  skip(length);
-  return word;
+// Reads on where the word goes beyond the bytes that are available.
+std::string_view InputBuffer::readLongWord(std::size_t length) {
+  while (length == available() && readMore()) length += wordLength(buffered().substr(length));
+  return take(length);
 }
 
 void InputBuffer::skipLine() {

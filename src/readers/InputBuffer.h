@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/WhiteSpace.h"
+
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -42,11 +44,23 @@ class InputBuffer : public std::streambuf {
   void skip(std::size_t count) { setg(eback(), gptr() + count, egptr()); }
 
   /// Skips white space. Returns false at the end of the input.
-  bool skipWhiteSpace();
+  bool skipWhiteSpace() {
+    do {
+      const char* next = gptr();
+      while (next != egptr() && isWhiteSpace(*next)) ++next;
+      skip(static_cast<std::size_t>(next - gptr()));
+      if (available() > 0) return true;
+    } while (readMore());
+    return false;
+  }
 
   /// Skips white space and reads one word of any length, zero bytes included; empty at the end of
   /// the input. The view holds until the next read. Memory grows with the longest word.
-  std::string_view readWord();
+  std::string_view readWord() {
+    if (!skipWhiteSpace()) return {};
+    const std::size_t length = wordLength(buffered());
+    return length < available() ? take(length) : readLongWord(length);
+  }
 
   /// Skips the rest of the line, its end included, however long it is.
   void skipLine();
@@ -63,6 +77,14 @@ class InputBuffer : public std::streambuf {
   std::size_t available() const { return static_cast<std::size_t>(egptr() - gptr()); }
 
   std::size_t lengthUpTo(char c, std::size_t from) const;
+
+  std::string_view take(std::size_t length) {
+    const std::string_view bytes{gptr(), length};
+    skip(length);
+    return bytes;
+  }
+
+  std::string_view readLongWord(std::size_t length);
 
   bool readMore();
   void makeRoom();
