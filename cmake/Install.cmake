@@ -1,0 +1,68 @@
+# Where everything goes on an installed system: the folders that Debian's policy and the shells name,
+# below the prefix. The modes do not depend on the umask of who installs.
+
+include(GNUInstallDirs)
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+install(TARGETS consolidator)
+
+# consolidator_compress(<file> <result>)
+#
+# Makes <result>.gz from a file of this project, in which "@PROJECT_VERSION@" is replaced. It holds
+# neither a name nor a time, so that it is the same in every build.
+find_program(GZIP_PROGRAM gzip REQUIRED)
+function(consolidator_compress file result)
+  set(text ${PROJECT_BINARY_DIR}/install/${file})
+  configure_file(${PROJECT_SOURCE_DIR}/${file} ${text} @ONLY)
+  cmake_path(GET result PARENT_PATH folder)
+  file(MAKE_DIRECTORY ${folder})
+  execute_process(COMMAND ${GZIP_PROGRAM} -9nc ${text} OUTPUT_FILE ${result}.gz
+                  COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+foreach(section IN ITEMS 1 5)
+  file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS docs/man/*.${section})
+  foreach(page IN LISTS pages)
+    cmake_path(GET page FILENAME name)
+    consolidator_compress(${page} ${PROJECT_BINARY_DIR}/install/${name})
+    install(FILES ${PROJECT_BINARY_DIR}/install/${name}.gz
+            DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
+  endforeach()
+endforeach()
+
+install(FILES completions/consolidator.bash
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME consolidator)
+install(FILES completions/_consolidator
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES completions/consolidator.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+
+consolidator_compress(CHANGELOG.md ${PROJECT_BINARY_DIR}/install/changelog)
+install(FILES ${PROJECT_BINARY_DIR}/install/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.md
+                                                           PATTERN man EXCLUDE)
+install(
+  DIRECTORY examples
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  PATTERN run
+          PERMISSIONS
+          OWNER_READ
+          OWNER_WRITE
+          OWNER_EXECUTE
+          GROUP_READ
+          GROUP_EXECUTE
+          WORLD_READ
+          WORLD_EXECUTE)
+install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator OPTIONAL)
+
+# The executable holds code of Expat, whose licence goes with it.
+set(EXPAT_NOTICE "")
+set(expatCopyright /usr/share/doc/libexpat1-dev/copyright)
+if(EXPAT_LIBRARY MATCHES "\\.a$" AND EXISTS ${expatCopyright})
+  file(READ ${expatCopyright} EXPAT_NOTICE)
+endif()
+configure_file(packaging/copyright.in ${PROJECT_BINARY_DIR}/install/copyright @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/install/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
