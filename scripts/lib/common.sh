@@ -38,7 +38,7 @@ installMissing() {
 # What a build needs, and what the checks need on top of it, named as in Debian 12.
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
 checkTools=(cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
-    libgtest-dev libbenchmark-dev)
+    libgtest-dev libbenchmark-dev man-db mandoc zsh fish)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"

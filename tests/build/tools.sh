@@ -1,0 +1,32 @@
+# shellcheck shell=bash
+# What the scripts that are tests share; sourced by them, never run.
+
+# Ends a test that lacks a program: skipped, or failed where CONSOLIDATOR_REQUIRE_TOOLS is set, as
+# scripts/test does once it has installed them all.
+need() {
+    local program
+    for program in "$@"; do
+        command -v "$program" >/dev/null && continue
+        echo "missing: $program" >&2
+        [[ -n ${CONSOLIDATOR_REQUIRE_TOOLS:-} ]] && exit 1
+        exit 77
+    done
+}
+
+# A new folder that is gone when the test ends.
+temporaryFolder() {
+    folder=$(mktemp --directory)
+    # shellcheck disable=SC2064  # the folder as it is now
+    trap "rm -rf '$folder'" EXIT
+}
+
+# Compares lines with what they must be, and counts where they differ in $failures.
+failures=0
+expectLines() {
+    local name=$1 expected=$2 actual=$3
+    if [[ $actual != "$expected" ]]; then
+        echo "$name differs:" >&2
+        diff --label expected --label actual -u <(echo "$expected") <(echo "$actual") >&2 || true
+        failures=$((failures + 1))
+    fi
+}
