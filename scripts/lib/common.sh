@@ -35,17 +35,22 @@ installMissing() {
     fi
 }
 
-# What a build needs, and what the checks need on top of it, named as in Debian 12.
+# What a build needs, and what packages and checks need on top of it, named as in Debian 12.
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
+packageTools=(dpkg-dev)
 checkTools=(cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
-    libgtest-dev libbenchmark-dev man-db mandoc zsh fish)
+    libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"
 }
 
+installPackageTools() {
+    installMissing "${buildTools[@]}" "${packageTools[@]}"
+}
+
 installCheckTools() {
-    installMissing "${buildTools[@]}" "${checkTools[@]}"
+    installMissing "${buildTools[@]}" "${packageTools[@]}" "${checkTools[@]}"
 }
 
 # Configures a preset; further arguments go to cmake.
@@ -59,3 +64,12 @@ build() {
     step "Building preset $1"
     cmake --build --parallel "$(nproc)" --preset "$@"
 }
+
+# Packs a built preset as a Debian package into a folder. What is packed bears the date of the
+# package's last change, so that the same sources always give the same package.
+pack() (
+    umask 022
+    SOURCE_DATE_EPOCH=$(dpkg-parsechangelog --file packaging/changelog.Debian --show-field Timestamp)
+    export SOURCE_DATE_EPOCH
+    cpack --config "build/$1/CPackConfig.cmake" -B "$2"
+)
