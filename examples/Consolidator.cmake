@@ -1,0 +1,56 @@
+# Lets a build with CMake call consolidator, one stage after the other. See CMakeLists.txt beside it.
+#
+# consolidator truncates the file that it adds to. So a stage works on a copy of what the stage
+# before left, under a name that nothing depends on, and gives it its own name in the end. Whatever
+# cuts a stage off, all files with their own names are whole, and the next build starts from them.
+
+find_program(CONSOLIDATOR_EXECUTABLE consolidator REQUIRED)
+
+# consolidator_add_stage(<file> [AFTER <file>] [PROJECT <name>] [DWARF <file>]
+#                        [HIERARCHY <file>...] [KERNEL <file>...] [HLS <file>...] [AUX <file>...]
+#                        [LL <file>...] [RAM <file>...])
+#
+# A rule that makes a consolidated file of the inputs, added to those of the stage that left the
+# file AFTER. The consolidated files are in the current binary folder, inputs with a relative path
+# in the current source folder.
+function(consolidator_add_stage file)
+  set(kinds DWARF HIERARCHY KERNEL HLS AUX LL RAM)
+  set(switches -d -h -k -s -x -l -r)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "AFTER;PROJECT;DWARF" "HIERARCHY;KERNEL;HLS;AUX;LL;RAM")
+  set(options "")
+  set(inputs "")
+  foreach(kind switch IN ZIP_LISTS kinds switches)
+    foreach(input IN LISTS arg_${kind})
+      cmake_path(ABSOLUTE_PATH input BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR})
+      list(APPEND options ${switch} ${input})
+      list(APPEND inputs ${input})
+    endforeach()
+  endforeach()
+  if(arg_PROJECT)
+    list(APPEND options -p ${arg_PROJECT})
+  endif()
+  set(part ${file}.part)
+  set(start COMMAND ${CMAKE_COMMAND} -E rm -f ${part})
+  if(arg_AFTER)
+    set(start COMMAND ${CMAKE_COMMAND} -E copy ${arg_AFTER} ${part})
+  endif()
+  add_custom_command(
+    OUTPUT ${file}
+    ${start}
+    COMMAND ${CONSOLIDATOR_EXECUTABLE} -f ${part} ${options}
+    COMMAND ${CMAKE_COMMAND} -E rename ${part} ${file}
+    DEPENDS ${arg_AFTER} ${inputs}
+    VERBATIM)
+endfunction()
+
+# consolidator_add_dump(<file> <json|dwarf> <consolidated file>)
+#
+# A rule that dumps a section.
+function(consolidator_add_dump file section from)
+  add_custom_command(
+    OUTPUT ${file}
+    COMMAND ${CONSOLIDATOR_EXECUTABLE} -f ${from} --dump-${section} ${file}.part
+    COMMAND ${CMAKE_COMMAND} -E rename ${file}.part ${file}
+    DEPENDS ${from}
+    VERBATIM)
+endfunction()
