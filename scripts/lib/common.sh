@@ -39,7 +39,8 @@ installMissing() {
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
 packageTools=(dpkg-dev)
 checkTools=(cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
-    libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap)
+    libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq file make python3
+    python3-yaml)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"
