@@ -43,6 +43,17 @@ struct c_xml_reader::callbacks {
     });
   }
 
+  // The parser leaves the version unchecked, which has to be "1." and digits.
+  static void xml_declaration(void* user_data, const char* version, const char* /*encoding*/,
+                              int /*standalone*/) {
+    guard(user_data, [&](c_xml_reader& reader) {
+      const std::string_view number(version);
+      const bool is_known = number.starts_with("1.") && number.size() > 2 &&
+                            number.find_first_not_of("0123456789", 2) == std::string_view::npos;
+      if (!is_known) reader.capture_error(error_code::not_well_formed, number);
+    });
+  }
+
   // The declarations are recognised by their first token and not by the parser's own reports of
   // them, which leave out those that it does not act on: of predefined entities, and all behind a
   // reference to an undeclared parameter entity. Long texts come in pieces, but none of these is a
@@ -81,6 +92,7 @@ c_xml_reader::c_xml_reader(std::unique_ptr<c_byte_source> source, error_code& re
   if (!parser_) throw std::bad_alloc();
   XML_SetUserData(parser_.get(), this);
   XML_SetElementHandler(parser_.get(), callbacks::start, callbacks::end);
+  XML_SetXmlDeclHandler(parser_.get(), callbacks::xml_declaration);
   XML_SetDoctypeDeclHandler(parser_.get(), callbacks::start_doctype, callbacks::end_doctype);
   result_ = at_end_ ? error_code::file_not_opened : error_code::not_read;
 }

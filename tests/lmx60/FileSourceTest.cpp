@@ -38,6 +38,12 @@ TEST(FileSourceTest, ReadsAFileToItsEnd) {
   EXPECT_EQ(everything(source), "");
 }
 
+TEST(FileSourceTest, AReadErrorEndsTheFile) {
+  c_file_source source("/proc/self/mem");
+  EXPECT_TRUE(source.is_open());
+  EXPECT_EQ(everything(source), "");
+}
+
 TEST(FileSourceTest, DoesNotOpenWhatIsMissing) {
   const TemporaryFolder folder;
   c_file_source source(folder.path("missing").c_str());

@@ -32,6 +32,19 @@ TEST(XmlReaderFaultTest, ThrowsAnUnknownRoot) {
   EXPECT_EQ(recorded("<x>not well-formed"), "line 1: unexpected root element (x)");
 }
 
+TEST(XmlReaderFaultTest, TheVersionIsOneAndAnyMinorNumber) {
+  const auto declared = [](const std::string& version) {
+    return recorded("<?xml version='" + version + "'?><e/>");
+  };
+  for (const char* const version : {"1.0", "1.1", "1.10", "1.9876543210"}) {
+    EXPECT_EQ(declared(version), "e { }; ");
+  }
+  for (const std::string version : {"", "1", "1.", ".0", "2.0", "1.0a", "1.0.0", "abc", "01.0"}) {
+    const std::string detail = version.empty() ? "" : " (" + version + ")";
+    EXPECT_EQ(declared(version), "line 1: document not well-formed" + detail);
+  }
+}
+
 std::string nested(std::size_t levels, std::string_view name) {
   std::string document;
   for (std::size_t i = 0; i < levels; ++i) document.append("<").append(name).append(">");
