@@ -11,7 +11,7 @@ doc: |
   table, in its order and without gaps, and the file ends with the last one.
 
   All numbers are little-endian. Nothing is aligned. The tool takes positions as signed 32-bit
-  numbers, so a file has less than 2 GiB.
+  numbers, so a section starts below 2 GiB.
 
   Where the source of consolidator spells a name in another way, -orig-id gives that name.
 doc-ref: docs/consolidated-file-format.md

@@ -37,10 +37,9 @@ installMissing() {
 
 # What a build needs, and what packages and checks need on top of it, named as in Debian 12.
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
-packageTools=(dpkg-dev)
+packageTools=(dpkg-dev file)
 checkTools=(cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
-    libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq file make python3
-    python3-yaml)
+    libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make python3 python3-yaml)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"
