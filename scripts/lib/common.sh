@@ -35,6 +35,14 @@ installMissing() {
     fi
 }
 
+# Copies the sources, without anything that a build or a run leaves, to a folder that is made anew.
+copySources() {
+    rm -rf "$1"
+    mkdir -p "$1"
+    git ls-files -z --cached --others --exclude-standard |
+        xargs -0 cp --parents --target-directory="$1"
+}
+
 # What a build needs, and what packages and checks need on top of it, named as in Debian 12.
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
 packageTools=(dpkg-dev file)
