@@ -35,18 +35,17 @@ installMissing() {
     fi
 }
 
-# Copies the sources, without anything that a build or a run leaves, to a folder that is made anew.
+# Copies the sources, without what builds leave, to a folder that is made anew.
 copySources() {
     rm -rf "$1"
     mkdir -p "$1"
-    git ls-files -z --cached --others --exclude-standard |
-        xargs -0 cp --parents --target-directory="$1"
+    tar --create --exclude-vcs --exclude=./build . | tar --extract --directory="$1"
 }
 
 # What a build needs, and what packages and checks need on top of it, named as in Debian 12.
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
 packageTools=(dpkg-dev file)
-checkTools=(cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
+checkTools=(shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
     libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make python3 python3-yaml)
 
 installBuildTools() {
