@@ -20,10 +20,10 @@ constexpr std::string_view originalName = "ak:originalName=";
 constexpr std::string_view busTypeRef = "ak:busTypeRef=";
 
 // The word of the line that starts there if it begins with the name; else nothing. The line begins
-// with white space.
+// with white space, so no word starts at its start.
 template <const std::string_view& name>
 std::string_view attributeAt(std::size_t start, std::string_view line) {
-  if (start == 0 || line.size() - start < name.size()) return {};
+  if (line.size() - start < name.size()) return {};
   if (!std::equal(name.begin(), name.end(), line.substr(start).begin())) return {};
   return isWhiteSpace(line[start - 1]) ? line.substr(start, wordLength(line.substr(start)))
                                        : std::string_view();
