@@ -40,13 +40,13 @@ install(FILES completions/consolidator.fish
 
 consolidator_compress(CHANGELOG.md ${PROJECT_BINARY_DIR}/install/changelog)
 install(FILES ${PROJECT_BINARY_DIR}/install/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
+install(FILES README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.md
                                                            PATTERN man EXCLUDE)
 install(
   DIRECTORY examples
   DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  PATTERN build EXCLUDE
   PATTERN run
           PERMISSIONS
           OWNER_READ
@@ -56,7 +56,7 @@ install(
           GROUP_EXECUTE
           WORLD_READ
           WORLD_EXECUTE)
-install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator OPTIONAL)
+install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator)
 
 # The executable holds code of Expat, whose licence goes with it.
 set(EXPAT_NOTICE "")
