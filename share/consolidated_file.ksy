@@ -14,7 +14,7 @@ doc: |
   numbers, so a section starts below 2 GiB.
 
   Where the source of consolidator spells a name in another way, -orig-id gives that name.
-doc-ref: docs/consolidated-file-format.md
+doc-ref: consolidated-file-format.md, consolidated-file(5)
 seq:
   - id: header
     -orig-id: FileHeader
@@ -90,24 +90,31 @@ types:
         doc: The DWARF file, byte for byte.
 
   json:
-    doc: The kernels once more, for those who read text; made anew whenever the file is written.
+    doc: |
+      The kernels once more, for those who read text; made anew whenever the file is written. Empty
+      where the section found no place below 2 GiB.
     seq:
       - id: document
         size: _io.size - 1
+        if: _io.size != 0
         doc: |
           Not JSON to the letter: a place of a bit is written as { 1, 2}, and the texts are not
           escaped.
       - id: terminator
         contents: [0x00]
+        if: _io.size != 0
 
   kernel_records:
+    doc: Empty, without a count, where the section found no place below 2 GiB.
     seq:
       - id: kernel_count
         type: u4
+        if: _io.size != 0
       - id: kernels
         type: kernel_record
         repeat: expr
         repeat-expr: kernel_count
+        if: _io.size != 0
 
   kernel_record:
     -orig-id: KernelRecord

@@ -115,6 +115,12 @@ class DescriptionTest(unittest.TestCase):
             self.assertEqual(counts.pop(name), [b"example"] * count)
         self.assertEqual(counts, {"empty": [], "without project": [], "rare": [b"rare"] * 2})
 
+    def test_sections_that_found_no_place_are_read_as_empty(self):
+        root = self.read(samples.crowded_out_file()).root
+        (json,), (records,) = sections(root, "json"), sections(root, "kernel_records")
+        for section, field in ((json, "document"), (records, "kernels")):
+            self.assertFalse(hasattr(section, field), field)
+
     def test_a_text_ends_where_the_tool_ends_it(self):
         zero = self.tool.write("zero", b"version: 1.0\nka\0b:\n instance path: /top/ka_1\n")
         first = self.tool.consolidate("--create", "-h", zero)

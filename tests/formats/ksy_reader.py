@@ -4,6 +4,7 @@ A key or an expression that is not known is an error, so that nothing in a descr
 over. Written with no thought of speed.
 """
 
+import operator
 import re
 import struct
 from collections import namedtuple
@@ -13,6 +14,8 @@ from types import SimpleNamespace
 import yaml
 
 NUMBERS = {"u1": "B", "u2": "H", "u4": "I", "u8": "Q", "s1": "b", "s2": "h", "s4": "i", "s8": "q"}
+
+OPERATORS = {"==": operator.eq, "!=": operator.ne, "-": operator.sub}
 
 # What may stand where, beside what only people read.
 REMARKS = {"doc", "doc-ref", "-orig-id"}
@@ -212,14 +215,14 @@ class Reading:
         return stream.data[stream.start : stream.end]
 
     def _evaluate(self, expression, record):
-        """Two operands with "==" or "-" between them, or one; a number stands for itself."""
-        parts = re.split(r" (==|-) ", str(expression))
+        """Two operands with an operator between them, or one; a number stands for itself."""
+        parts = re.split(r" (==|!=|-) ", str(expression))
         values = [self._operand(operand, record) for operand in parts[::2]]
         if len(parts) == 1:
             return values[0]
         if len(parts) != 3:
             raise DescriptionError(expression)
-        return values[0] == values[1] if parts[1] == "==" else values[0] - values[1]
+        return OPERATORS[parts[1]](*values)
 
     def _operand(self, operand, record):
         if re.fullmatch(r"\d+", operand):

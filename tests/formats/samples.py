@@ -58,6 +58,13 @@ def rare_file():
     )
 
 
+def crowded_out_file():
+    """A file whose JSON text and kernel records found no place below 2 GiB, without the DWARF that
+    took it: their entries are there, all zeros but for the kind."""
+    entries = b"".join(struct.pack("<I4xQI4x", kind, 0, 0) for kind in (3, 2))
+    return b"\xd4\xda\xef\xbe" + struct.pack("<iiI", 1, 1, 2) + entries
+
+
 class Tool:
     """Runs the executable in a folder."""
 
