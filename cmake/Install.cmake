@@ -56,7 +56,9 @@ install(
           GROUP_EXECUTE
           WORLD_READ
           WORLD_EXECUTE)
-install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator)
+install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator
+        PATTERN annotate EXCLUDE)
+install(PROGRAMS share/annotate DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator)
 
 # The executable holds code of Expat, whose licence goes with it.
 set(EXPAT_NOTICE "")
