@@ -40,9 +40,14 @@ install(FILES completions/consolidator.fish
 
 consolidator_compress(CHANGELOG.md ${PROJECT_BINARY_DIR}/install/changelog)
 install(FILES ${PROJECT_BINARY_DIR}/install/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES README.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.md
-                                                           PATTERN man EXCLUDE)
+set(documents README.md SECURITY.md)
+file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS docs/*.md)
+list(REMOVE_ITEM pages docs/design.md)
+list(APPEND documents ${pages})
+configure_file(cmake/InstallDocuments.cmake.in ${PROJECT_BINARY_DIR}/install/documents.cmake @ONLY)
+install(SCRIPT ${PROJECT_BINARY_DIR}/install/documents.cmake)
+install(FILES fuzz/corpus/Container/every-kind-and-every-field
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME every-field.consolidated)
 install(
   DIRECTORY examples
   DESTINATION ${CMAKE_INSTALL_DOCDIR}
