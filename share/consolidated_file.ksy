@@ -7,7 +7,7 @@ meta:
 doc: |
   The debug metadata of one build of a programmable-logic accelerator, as consolidator gathers it
   from the files that the stages of the build leave: a header, a table of sections, and the
-  sections. The table tells where each section is. consolidator writes the sections behind the
+  sections. The table tells where each section is. consolidator writes the sections after the
   table, in its order and without gaps, and the file ends with the last one.
 
   All numbers are little-endian. Nothing is aligned. The tool takes positions as signed 32-bit
@@ -32,11 +32,11 @@ types:
       - id: major_version
         -orig-id: majorVersion
         type: s4
-        doc: 1 in every file that is new. The tool refuses what is greater.
+        doc: 1 in every new file. The tool refuses greater numbers.
       - id: minor_version
         -orig-id: minorVersion
         type: s4
-        doc: 1 in every file that is new. The tool takes any.
+        doc: 1 in every new file. The tool accepts any number.
       - id: section_count
         -orig-id: sectionCount
         type: u4
@@ -50,7 +50,7 @@ types:
       - id: kind
         type: u4
         enum: section_kind
-        doc: The tool reads no further than to an entry with another number.
+        doc: An entry with another number ends the tool's reading.
       - id: padding1
         size: 4
         doc: Written as zeros, without meaning.
@@ -91,15 +91,15 @@ types:
 
   json:
     doc: |
-      The kernels once more, for those who read text; made anew whenever the file is written. Empty
-      where the section found no place below 2 GiB.
+      The kernels once more, as text; rendered again whenever the file is written. Empty where the
+      section found no place below 2 GiB.
     seq:
       - id: document
         size: _io.size - 1
         if: _io.size != 0
         doc: |
-          Not JSON to the letter: a place of a bit is written as { 1, 2}, and the texts are not
-          escaped.
+          Not strict JSON: the location of a bit in a variable is written as { 1, 2}, and texts are
+          not escaped.
       - id: terminator
         contents: [0x00]
         if: _io.size != 0
@@ -153,7 +153,7 @@ types:
       - id: bytes
         size: length
         terminator: 0
-        doc: Ends at its first zero byte; what follows is passed over.
+        doc: Ends at its first zero byte; the rest is ignored.
     instances:
       utf8:
         value: bytes.to_s("UTF-8")
@@ -189,7 +189,7 @@ types:
         -orig-id: cType
         type: text
         doc: |
-          The type as it stands in the source. The JSON document has a width that follows from it:
+          The type as written in the source. The JSON document has a width that follows from it:
           64 bits if it holds "*", else 8 if it holds "char", else 32.
       - id: instance_count
         type: u4
@@ -198,7 +198,7 @@ types:
         type: bit_location_list
         repeat: expr
         repeat-expr: instance_count
-        doc: For each instance of the kernel the places of the bits.
+        doc: The locations of the bits, for each instance of the kernel.
 
   hardware_variable_list:
     seq:
@@ -219,10 +219,10 @@ types:
       - id: logic_locations
         -orig-id: logicLocations
         type: bit_location_list
-        doc: The places of its bits. A bit of which none is known has 0 and 0.
+        doc: The locations of its bits; 0 and 0 for a bit whose location is not known.
 
   bit_location_list:
-    doc: One place for each bit, in the order of the bits.
+    doc: One location for each bit, in the order of the bits.
     seq:
       - id: count
         type: u4
@@ -233,7 +233,7 @@ types:
 
   bit_location:
     -orig-id: BitLocation
-    doc: The place of a bit in the device, as the logic-location file has it.
+    doc: The location of a bit in the device, as in the logic-location file.
     seq:
       - id: first
         type: u4
