@@ -22,8 +22,10 @@ bool readLocations(ByteReader& in, std::vector<BitLocation>& locations) {
   std::uint32_t count = 0;
   if (!in.readClampedU32(count)) return false;
   const std::size_t available = in.plausibleCount(count, sizeof(BitLocation));
-  locations.resize(available);
-  return in.readBytes(reinterpret_cast<char*>(locations.data()), available * sizeof(BitLocation)) &&
+  const std::size_t held = locations.size();
+  locations.resize(held + available);
+  return in.readBytes(reinterpret_cast<char*>(locations.data() + held),
+                      available * sizeof(BitLocation)) &&
          available == count;
 }
 

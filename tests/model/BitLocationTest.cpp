@@ -45,6 +45,12 @@ TEST(BitLocation, IsReadAsACountAndPairs) {
   EXPECT_EQ(locations, (std::vector<BitLocation>{{1, 2}, {0xFFFFFFFFU, 0x80000000U}}));
 }
 
+TEST(BitLocation, IsReadBehindWhatTheListHolds) {
+  std::vector<BitLocation> locations{{1, 2}};
+  EXPECT_TRUE(read(hexBytes("01 00 00 00  03 00 00 00 04 00 00 00"), locations));
+  EXPECT_EQ(locations, (std::vector<BitLocation>{{1, 2}, {3, 4}}));
+}
+
 TEST(BitLocation, KeepsTheWholePairsOfAShortRead) {
   const std::string bytes =
       hexBytes("02 00 00 00  01 00 00 00 02 00 00 00  03 00 00 00 04 00 00 00");
