@@ -29,4 +29,9 @@ bool readLocations(ByteReader& in, std::vector<BitLocation>& locations) {
          available == count;
 }
 
+bool skipLocations(ByteReader& in) {
+  std::uint32_t count = 0;
+  return in.readClampedU32(count) && in.skip(count * sizeof(BitLocation));
+}
+
 }  // namespace consolidator

@@ -30,4 +30,7 @@ void writeLocations(ByteWriter& out, const std::vector<BitLocation>& locations);
 /// locations read so far.
 bool readLocations(ByteReader& in, std::vector<BitLocation>& locations);
 
+/// Skips what writeLocations() wrote. Returns false when it is not all there.
+bool skipLocations(ByteReader& in);
+
 }  // namespace consolidator

@@ -22,6 +22,14 @@ bool BreakableCondition::readBinary(ByteReader& in) {
   return valid;
 }
 
+bool BreakableCondition::skipBinary(ByteReader& in) {
+  std::uint32_t storedKind = 0;
+  if (!in.readU32(storedKind) || !in.skipText()) return false;
+  std::uint32_t skippedLine = 0;
+  return static_cast<ConditionKind>(storedKind) != ConditionKind::SourceLine ||
+         (in.readU32(skippedLine) && in.skipText());
+}
+
 std::size_t BreakableConditionKey::hash(const Key& key) {
   constexpr std::size_t spread = 0x9E3779B97F4A7C15U;
   const auto& [kind, condition, line, file] = key;

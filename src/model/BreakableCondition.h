@@ -41,6 +41,9 @@ struct BreakableCondition {
   /// read returns false and keeps what was read so far.
   bool readBinary(ByteReader& in);
 
+  /// Skips a binary form. Returns false where readBinary() does.
+  static bool skipBinary(ByteReader& in);
+
   /// Compares kind, condition, line and file whatever the kind; `valid` takes no part.
   friend bool operator==(const BreakableCondition& a, const BreakableCondition& b) {
     return a.kind == b.kind && a.condition == b.condition && a.line == b.line && a.file == b.file;

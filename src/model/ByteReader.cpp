@@ -42,6 +42,17 @@ bool ByteReader::readTextBeyondBlock(std::string& text, std::uint32_t size) {
   return true;
 }
 
+// Pseudo files may hold less than their size says, so the last byte is read.
+bool ByteReader::skipBeyondBlock(std::uint64_t size) {
+  if (remaining() < size) return fail();
+  const std::uint64_t unseen = size - (end_ - position_) - 1;
+  position_ = end_;
+  if (fseeko(stream_, static_cast<off_t>(unseen), SEEK_CUR) != 0) return fail();
+  unread_ -= unseen;
+  char last = 0;
+  return readAhead(&last, 1) == 1 || fail();
+}
+
 std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementSize) const {
   if (count * elementSize <= end_ - position_) return count;  // spares the usual case a division
   return static_cast<std::size_t>(std::min<std::uint64_t>(count, remaining() / elementSize));

@@ -23,6 +23,9 @@ class ByteReader {
  public:
   explicit ByteReader(std::FILE* stream);
 
+  /// Whether there is a stream at all.
+  bool hasStream() const { return stream_ != nullptr; }
+
   /// Number of bytes that are left.
   std::uint64_t remaining() const { return unread_ + (end_ - position_); }
 
@@ -56,12 +59,26 @@ class ByteReader {
     return true;
   }
 
+  /// Skips exactly `size` bytes, however many they are, at the cost of a few.
+  bool skip(std::uint64_t size) {
+    if (size > end_ - position_) return skipBeyondBlock(size);
+    position_ += size;
+    return true;
+  }
+
+  /// Skips a text as readText() reads it.
+  bool skipText() {
+    std::uint32_t size = 0;
+    return readClampedU32(size) && skip(size);
+  }
+
   /// How many elements to reserve for a list that claims `count` elements of `elementSize` bytes
   /// in memory: never more memory than bytes are left.
   std::size_t plausibleCount(std::uint32_t count, std::size_t elementSize) const;
 
  private:
   bool readTextBeyondBlock(std::string& text, std::uint32_t size);
+  bool skipBeyondBlock(std::uint64_t size);
   bool fill(std::size_t size);
   std::size_t readAhead(char* bytes, std::size_t size);
   bool fail();

@@ -15,4 +15,6 @@ bool HardwareVariable::readBinary(ByteReader& in) {
   return valid;
 }
 
+bool HardwareVariable::skipBinary(ByteReader& in) { return in.skipText() && skipLocations(in); }
+
 }  // namespace consolidator

@@ -29,6 +29,9 @@ struct HardwareVariable {
   /// read returns false and keeps what was read so far.
   bool readBinary(ByteReader& in);
 
+  /// Skips a binary form. Returns false where readBinary() does.
+  static bool skipBinary(ByteReader& in);
+
   /// Compares what is stored; `valid` takes no part.
   friend bool operator==(const HardwareVariable& a, const HardwareVariable& b) {
     return a.rtlName == b.rtlName && a.logicLocations == b.logicLocations;

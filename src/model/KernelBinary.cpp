@@ -70,6 +70,17 @@ bool readList(ByteReader& in, KeyedList<T, KeyOf>& list) {
   return complete;
 }
 
+bool skipText(ByteReader& in) { return in.skipText(); }
+
+bool skipList(ByteReader& in, bool (*skipElement)(ByteReader&)) {
+  std::uint32_t count = 0;
+  if (!in.readU32(count)) return false;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (!skipElement(in)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 std::uint64_t KernelRecord::writeBinary(ByteWriter& out) const {
@@ -92,6 +103,14 @@ bool KernelRecord::readBinary(ByteReader& in) {
   type = static_cast<KernelType>(storedType);
   return readList(in, arguments) && readList(in, variables) && readList(in, hardwareVariables) &&
          readList(in, breakableConditions) && readList(in, brams);
+}
+
+bool KernelRecord::skipBinary(ByteReader& in) {
+  std::uint32_t storedType = 0;
+  return in.skipText() && skipList(in, skipText) && in.readU32(storedType) &&
+         skipList(in, VariableRecord::skipBinary) && skipList(in, VariableRecord::skipBinary) &&
+         skipList(in, HardwareVariable::skipBinary) &&
+         skipList(in, BreakableCondition::skipBinary) && skipList(in, skipText);
 }
 
 }  // namespace consolidator

@@ -79,6 +79,9 @@ struct KernelRecord {
   /// without looking for equal entries.
   bool readBinary(ByteReader& in);
 
+  /// Skips a binary form, which takes no memory. Returns false where readBinary() does.
+  static bool skipBinary(ByteReader& in);
+
   /// Appends the JSON object of this kernel; its conditions should have been prepared before.
   void writeJson(ByteWriter& out) const;
 

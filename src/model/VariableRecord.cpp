@@ -31,4 +31,15 @@ bool VariableRecord::readBinary(ByteReader& in) {
   return true;
 }
 
+bool VariableRecord::skipBinary(ByteReader& in) {
+  std::uint32_t instances = 0;
+  if (!in.skipText() || !in.skipText() || !in.skipText() || !in.readClampedU32(instances)) {
+    return false;
+  }
+  for (std::uint32_t i = 0; i < instances; ++i) {
+    if (!skipLocations(in)) return false;
+  }
+  return true;
+}
+
 }  // namespace consolidator

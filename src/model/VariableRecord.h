@@ -38,6 +38,9 @@ struct VariableRecord {
   /// read returns false and keeps what was read so far.
   bool readBinary(ByteReader& in);
 
+  /// Skips a binary form. Returns false where readBinary() does.
+  static bool skipBinary(ByteReader& in);
+
   /// Compares what is stored; `valid` takes no part.
   friend bool operator==(const VariableRecord& a, const VariableRecord& b) {
     return a.name == b.name && a.second == b.second && a.cType == b.cType &&

@@ -277,6 +277,50 @@ TEST(ByteReader, EndsWhereAFileShrankWhileItWasRead) {
   EXPECT_EQ(in.remaining(), 0U);
 }
 
+TEST(ByteReader, SkipsBytesOfAnyNumber) {
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{4095},
+                                 std::size_t{4096}, blockSize, 3 * blockSize + 7}) {
+    const MemoryStream stream(hexBytes("01 00 00 00") + variedBytes(size) +
+                              hexBytes("2A 00 00 00"));
+    ByteReader in(stream.get());
+    std::uint32_t value = 0;
+    EXPECT_TRUE(in.readU32(value));
+    EXPECT_TRUE(in.skip(size)) << size;
+    EXPECT_EQ(in.remaining(), 4U) << size;
+    EXPECT_TRUE(in.readU32(value)) << size;
+    EXPECT_EQ(value, 42U) << size;
+    EXPECT_TRUE(in.skip(0));
+    EXPECT_FALSE(in.skip(1));
+  }
+}
+
+TEST(ByteReader, SkipsTextsAsItReadsThem) {
+  const MemoryStream stream(text("") + text(std::string(3, '\0')) + text(variedBytes(blockSize)) +
+                            text("last") + hexBytes("05 00 00 00") + "abcd");
+  ByteReader in(stream.get());
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(in.skipText());
+  std::string text;
+  EXPECT_TRUE(in.readText(text));
+  EXPECT_EQ(text, "last");
+  EXPECT_FALSE(in.skipText());
+  EXPECT_EQ(in.remaining(), 0U);
+}
+
+TEST(ByteReader, SkipsNothingOfANullStream) {
+  ByteReader in(nullptr);
+  EXPECT_FALSE(in.hasStream());
+  EXPECT_FALSE(in.skip(1));
+  EXPECT_FALSE(in.skipText());
+}
+
+TEST(ByteReader, SkipsNoBytesThatAFileLostWhileItWasRead) {
+  const MemoryStream stream(variedBytes(4 * blockSize));
+  ByteReader in(stream.get());
+  ASSERT_EQ(ftruncate(fileno(stream.get()), 2 * blockSize), 0);
+  EXPECT_FALSE(in.skip(2 * blockSize + 1));
+  EXPECT_EQ(in.remaining(), 0U);
+}
+
 TEST(ByteReader, FindsNoMoreElementsPlausibleThanTheRestHasBytesFor) {
   const MemoryStream stream(std::string(100, 'x'));
   const ByteReader in(stream.get());

@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -90,7 +91,23 @@ std::vector<std::size_t> damagedValues(std::size_t rest) {
   return {0, 1, 3, rest - 1, rest, rest + 1, 0x7FFFFFFF, 0xFFFFFFFE, 0xFFFFFFFF};
 }
 
-// What both ways of reading give, as texts to compare.
+// How many bytes skipping leaves, or nothing where it fails.
+std::optional<std::uint64_t> leftBySkipping(std::string_view bytes) {
+  const MemoryStream stream(bytes);
+  ByteReader in(stream.get());
+  if (!KernelRecord::skipBinary(in)) return std::nullopt;
+  return in.remaining();
+}
+
+std::optional<std::uint64_t> leftByReading(std::string_view bytes) {
+  const MemoryStream stream(bytes);
+  ByteReader in(stream.get());
+  KernelRecord kernel;
+  if (!kernel.readBinary(in)) return std::nullopt;
+  return in.remaining();
+}
+
+// What both ways of reading give, as texts to compare. Skipping goes as far as reading does.
 void expectReadAsPlainly(std::string_view bytes, const std::string& damage) {
   PlainKernel expected;
   const bool expectedResult = expected.readBinary(bytes);
@@ -98,6 +115,7 @@ void expectReadAsPlainly(std::string_view bytes, const std::string& damage) {
   const bool result = decode(bytes, kernel);
   EXPECT_EQ(result, expectedResult) << damage;
   EXPECT_EQ(describe(kernel), describe(expected)) << damage;
+  EXPECT_EQ(leftBySkipping(bytes), leftByReading(bytes)) << damage;
 }
 
 TEST(KernelBinaryDamage, LeavesTheWholeRecordReadable) {
@@ -178,6 +196,14 @@ TEST(KernelBinaryDamage, NeverAsksForMoreMemoryThanTheFileHolds) {
       EXPECT_LE(gauge.total(), 4 * record.bytes().size()) << field.name << " = " << value;
     }
   }
+}
+
+TEST(KernelBinaryDamage, SkippingTakesABlockOfMemory) {
+  const MemoryStream stream(recordWithLastBram(std::string(std::size_t{1} << 20U, 'A')).bytes());
+  const AllocationGauge gauge;
+  ByteReader in(stream.get());
+  EXPECT_TRUE(KernelRecord::skipBinary(in));
+  EXPECT_LE(gauge.total(), 300'000U);
 }
 
 }  // namespace
