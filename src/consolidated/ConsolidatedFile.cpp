@@ -1,5 +1,6 @@
 #include "consolidated/ConsolidatedFile.h"
 
+#include "consolidated/SectionVisit.h"
 #include "model/ByteReader.h"
 #include "model/ByteWriter.h"
 #include "model/KernelJson.h"
@@ -15,17 +16,13 @@
 #include <cstdint>
 #include <iostream>
 #include <limits>
+#include <set>
 #include <string_view>
 #include <utility>
 
 namespace consolidator {
 
 namespace {
-
-// Offsets are cut to signed 32 bits; a negative one fails. A seek beyond the end succeeds.
-bool seekToSection(std::FILE* stream, std::uint64_t offset) {
-  return std::fseek(stream, static_cast<std::int32_t>(offset), SEEK_SET) == 0;
-}
 
 // Copies bytes from one position to the other, a few at a time: they stay in the processor's cache
 // in between, and a section of any size takes no memory. Returns how many there were to copy.
@@ -44,10 +41,33 @@ std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size) {
   return copied;
 }
 
-// Pseudo files may hold less than their size says.
-bool holdsByteAt(std::FILE* stream, std::uint64_t position) {
-  return fseeko(stream, static_cast<off_t>(position), SEEK_SET) == 0 && std::fgetc(stream) != EOF;
+// Reads the number of records at the stream's position and calls `readRecord(in)` for each of them
+// as long as it returns true; the result is the last one.
+template <typename ReadRecord>
+bool forEachRecord(std::FILE* stream, ReadRecord readRecord) {
+  ByteReader in(stream);
+  std::uint32_t count = 0;
+  if (!in.readU32(count)) return false;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (!readRecord(in)) return false;
+  }
+  return true;
 }
+
+// Goes through lists of records without keeping any, once through one that many entries share.
+class RecordSkipper {
+ public:
+  bool operator()(std::FILE* stream) {
+    const long start = std::ftell(stream);
+    if (wholeLists_.contains(start)) return true;
+    if (!forEachRecord(stream, KernelRecord::skipBinary)) return false;
+    wholeLists_.insert(start);
+    return true;
+  }
+
+ private:
+  std::set<long> wholeLists_;  // where they start
+};
 
 // Reads a block of bytes; none when fewer are left, which is found without asking for memory.
 std::optional<ByteBlock> readBlock(ByteReader in, std::uint64_t size) {
@@ -75,27 +95,26 @@ void ConsolidatedFile::openOrCreate(const std::string& path, bool create, bool f
 bool ConsolidatedFile::readExisting(const std::string& path) {
   const StdioFile in = openStdioFileAtOnce(path, "r");
   if (!in || !readHeader(in.get()) || !readTable(in.get())) return false;
-  const bool isWhole = readSections(in.get(), table_.size());
-  if (storedDwarf_ && seekToSection(in.get(), storedDwarf_->offset)) {
-    dwarf_ = readBlock(ByteReader(in.get()), storedDwarf_->size);
+  SectionVisit visit(in.get(), [this](std::FILE* records) { return readKernelRecords(records); });
+  const bool isWhole = visit.visit(table_);
+  if (auto name = visit.readProjectName()) projectName_ = std::move(*name);
+  if (visit.dwarf() && visit.dwarf()->seek(in.get())) {
+    dwarf_ = readBlock(ByteReader(in.get()), visit.dwarf()->size);
   }
   return isWhole;
 }
 
 // A dump needs the table, its sizes clamped, and the project's name. What comes before the last of
-// these is read all the same, since the reading ends at the first section that is damaged.
+// these is gone through all the same, since the reading ends at the first section that is damaged.
 void ConsolidatedFile::readForDump(const std::string& path) {
   const StdioFile in = openStdioFileAtOnce(path, "r");
   if (!in || !readHeader(in.get()) || !readTable(in.get())) return;
   const auto last = std::find_if(table_.rbegin(), table_.rend(), [](const SectionEntry& entry) {
     return entry.kind == SectionKind::ProjectName || entry.size > SectionEntry::largestSize;
   });
-  readSections(in.get(), static_cast<std::size_t>(table_.rend() - last));
-}
-
-bool ConsolidatedFile::readSections(std::FILE* in, std::size_t count) {
-  return std::all_of(table_.begin(), table_.begin() + static_cast<std::ptrdiff_t>(count),
-                     [&](SectionEntry& entry) { return readSection(in, entry); });
+  SectionVisit visit(in.get(), RecordSkipper());
+  visit.visit({table_.begin(), last.base()});
+  if (auto name = visit.readProjectName()) projectName_ = std::move(*name);
 }
 
 // A file that is too short overwrites just the bytes it has. Whatever comes is kept: the versions
@@ -119,52 +138,14 @@ bool ConsolidatedFile::readTable(std::FILE* in) {
   return true;
 }
 
-bool ConsolidatedFile::readSection(std::FILE* in, SectionEntry& entry) {
-  entry.size = std::min(entry.size, SectionEntry::largestSize);
-  switch (entry.kind) {
-    case SectionKind::ProjectName:
-      return seekToSection(in, entry.offset) && readProjectName(ByteReader(in), entry.size);
-    case SectionKind::Dwarf:
-      return seekToSection(in, entry.offset) && noteDwarf(in, entry);
-    case SectionKind::KernelRecords:
-      return seekToSection(in, entry.offset) && readKernelRecords(ByteReader(in));
-    case SectionKind::Json:
-      return true;  // rendered anew by every save
-    default:
-      return false;
-  }
-}
-
-// A file may have many such entries, but the bytes of the last one are held, and a dump needs none:
-// so they are read once all sections are known.
-bool ConsolidatedFile::noteDwarf(std::FILE* in, const SectionEntry& entry) {
-  storedDwarf_.reset();
-  const auto start = static_cast<std::uint64_t>(std::ftell(in));
-  if (ByteReader(in).remaining() < entry.size) return false;
-  if (entry.size > 0 && !holdsByteAt(in, start + entry.size - 1)) return false;
-  storedDwarf_ = entry;
-  return true;
-}
-
-bool ConsolidatedFile::readProjectName(ByteReader in, std::uint32_t size) {
-  if (in.remaining() < size) return false;
-  std::string name(size, '\0');
-  if (!in.readBytes(name.data(), name.size())) return false;
-  name.resize(std::min(name.find('\0'), name.size()));
-  projectName_ = std::move(name);
-  return true;
-}
-
 // Records are appended as they are, not merged.
-bool ConsolidatedFile::readKernelRecords(ByteReader in) {
-  std::uint32_t count = 0;
-  if (!in.readU32(count)) return false;
-  for (std::uint32_t i = 0; i < count; ++i) {
+bool ConsolidatedFile::readKernelRecords(std::FILE* in) {
+  return forEachRecord(in, [this](ByteReader& record) {
     KernelRecord kernel;
-    if (!kernel.readBinary(in)) return false;
+    if (!kernel.readBinary(record)) return false;
     kernels_.append(std::move(kernel));
-  }
-  return true;
+    return true;
+  });
 }
 
 void ConsolidatedFile::setProject(const std::string& name) {
@@ -179,7 +160,7 @@ void ConsolidatedFile::addDwarf(const std::string& path) {
   if (hasSection(SectionKind::Dwarf)) return;
   StdioFile in = openStdioFile(path, "r");
   const std::uint64_t size = ByteReader(in.get()).remaining();
-  if (size == 0 || size > largestSize || !holdsByteAt(in.get(), size - 1)) return;
+  if (size == 0 || size > largestSize || !holdsBytes(in.get(), size)) return;
   dwarfFile_ = std::move(in);
   table_.push_back({SectionKind::Dwarf, 0, static_cast<std::uint32_t>(size)});
 }
@@ -188,7 +169,7 @@ void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath)
   if (!stream_) return;
   const StdioFile out = openStdioFile(outPath, "w");
   const SectionEntry* entry = findSection(kind);
-  if (!out || entry == nullptr || !seekToSection(stream_.get(), entry->offset)) return;
+  if (!out || entry == nullptr || !entry->seek(stream_.get())) return;
   if (ByteReader(stream_.get()).remaining() < entry->size) return;
   copyBytes(stream_.get(), out.get(), entry->size);
 }

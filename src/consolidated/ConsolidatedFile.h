@@ -12,7 +12,6 @@
 
 namespace consolidator {
 
-class ByteReader;
 class InputFile;
 
 /// A consolidated file in memory and the operations of one run on it. An existing file is read as
@@ -42,12 +41,18 @@ class ConsolidatedFile {
   /// read even when they are not those of a consolidated file.
   bool readExisting(const std::string& path);
 
+  /// Appends the kernels of the list that starts at the position of an open file. Returns false,
+  /// and keeps those before it, at the first record that cannot be read. The position is another
+  /// one then.
+  bool readKernelRecords(std::FILE* in);
+
   const FileHeader& header() const { return header_; }
 
   const std::vector<SectionEntry>& table() const { return table_; }
 
   const std::string& projectName() const { return projectName_; }
 
+  /// Empty in a file that is open to dump from.
   const KernelList& kernels() const { return kernels_; }
 
   /// Names the project and adds a section for the name, even if the file has one already: then
@@ -99,13 +104,8 @@ class ConsolidatedFile {
 
  private:
   void readForDump(const std::string& path);
-  bool readSections(std::FILE* in, std::size_t count);
   bool readHeader(std::FILE* in);
   bool readTable(std::FILE* in);
-  bool readSection(std::FILE* in, SectionEntry& entry);
-  bool noteDwarf(std::FILE* in, const SectionEntry& entry);
-  bool readProjectName(ByteReader in, std::uint32_t size);
-  bool readKernelRecords(ByteReader in);
   bool hasSection(SectionKind kind) const;
   const SectionEntry* findSection(SectionKind kind) const;
   void writeDwarf(SectionEntry& entry);
@@ -117,9 +117,8 @@ class ConsolidatedFile {
   FileHeader header_;
   std::vector<SectionEntry> table_;
   std::string projectName_;
-  std::optional<SectionEntry> storedDwarf_;  // where the file held it when it was read
-  std::optional<ByteBlock> dwarf_;           // its bytes
-  StdioFile dwarfFile_;                      // copied from when the file is saved
+  std::optional<ByteBlock> dwarf_;  // the bytes of a stored section
+  StdioFile dwarfFile_;             // copied from when the file is saved
   KernelList kernels_;
 };
 

@@ -29,4 +29,8 @@ bool SectionEntry::readBinary(ByteReader& in) {
   return true;
 }
 
+bool SectionEntry::seek(std::FILE* stream) const {
+  return std::fseek(stream, static_cast<std::int32_t>(offset), SEEK_SET) == 0;
+}
+
 }  // namespace consolidator

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 
 namespace consolidator {
 
@@ -33,6 +34,10 @@ struct SectionEntry {
 
   /// Returns false when fewer than 24 bytes are left.
   bool readBinary(ByteReader& in);
+
+  /// Moves the stream of the file to the start of the section, which may be beyond its end. Offsets
+  /// are cut to signed 32 bits; returns false for a negative one.
+  bool seek(std::FILE* stream) const;
 
   friend bool operator==(const SectionEntry&, const SectionEntry&) = default;
 };

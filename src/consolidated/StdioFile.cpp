@@ -1,5 +1,7 @@
 #include "consolidated/StdioFile.h"
 
+#include "model/ByteReader.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
@@ -47,6 +49,12 @@ bool awaitBytes(std::FILE* stream) {
   constexpr int second = 1000;
   pollfd waiting{fileno(stream), POLLIN, 0};
   return poll(&waiting, 1, second) != 0;
+}
+
+bool holdsBytes(std::FILE* stream, std::uint64_t size) {
+  if (ByteReader(stream).remaining() < size) return false;
+  return size == 0 ||
+         (fseeko(stream, static_cast<off_t>(size - 1), SEEK_CUR) == 0 && std::fgetc(stream) != EOF);
 }
 
 }  // namespace consolidator

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -26,5 +27,9 @@ StdioFile openStdioFileAtOnce(const std::string& path, const char* mode);
 /// Waits for the first bytes of a stream or its end; a second at most, then the result is false.
 /// Files have them at once, pipes and terminals may never.
 bool awaitBytes(std::FILE* stream);
+
+/// Whether so many bytes can be read from the stream's position on. Just the last one is read for
+/// it: pseudo files may hold less than their size says. The position is another one then.
+bool holdsBytes(std::FILE* stream, std::uint64_t size);
 
 }  // namespace consolidator

@@ -66,6 +66,7 @@ class ConsolidatedFileDamageTest : public testing::Test {
     file_.dumpJson(dumped_.path());
     EXPECT_EQ(dumped_.read(), plain.dump(SectionKind::Json));
     EXPECT_LE(gauge.largest(), damaged.size() + blocksAndBuffers);
+    EXPECT_EQ(file_.projectName(), plain.projectName);
   }
 
   std::string withBitFlipped(std::size_t bit) const {
@@ -117,12 +118,6 @@ TEST_F(ConsolidatedFileDamageTest, EveryBitFlipped) {
   for (std::size_t bit = 0; bit < 8 * intact_.size() && !HasFailure(); ++bit) {
     SCOPED_TRACE(testing::Message() << "byte " << bit / 8 << ", bit " << bit % 8);
     rewrite(withBitFlipped(bit));
-  }
-}
-
-TEST_F(ConsolidatedFileDamageTest, DumpsWithEveryBitOfHeaderAndTableFlipped) {
-  for (std::size_t bit = 0; bit < 8 * tableEnd && !HasFailure(); ++bit) {
-    SCOPED_TRACE(testing::Message() << "byte " << bit / 8 << ", bit " << bit % 8);
     dump(withBitFlipped(bit));
   }
 }
@@ -136,7 +131,7 @@ TEST_F(ConsolidatedFileDamageTest, EveryNumberSetToItsLimits) {
       SCOPED_TRACE(testing::Message() << "byte " << at << " set to " << value);
       std::string damaged = intact_;
       rewrite(damaged.replace(at, 4, u32(value)));
-      if (at < tableEnd) dump(damaged);
+      dump(damaged);
     }
   }
 }

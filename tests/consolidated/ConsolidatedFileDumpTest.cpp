@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace consolidator {
@@ -109,6 +111,29 @@ TEST_F(ConsolidatedFileDumpTest, DwarfBeforeTheNameIsNotHeld) {
   openForDump(bytes);
   EXPECT_EQ(file_.projectName(), "proj");
   EXPECT_LT(gauge.total(), 1'000'000U);
+}
+
+TEST_F(ConsolidatedFileDumpTest, KernelsBeforeTheNameAreNotHeld) {
+  constexpr std::uint32_t kernels = 20'000;
+  std::string records = u32(kernels);
+  for (std::uint32_t i = 0; i < kernels; ++i) records += kernelRecord("kernel", 3);
+  const std::string bytes =
+      container({{SectionKind::KernelRecords, records}, {SectionKind::ProjectName, "proj"}});
+  const AllocationGauge gauge;
+  openForDump(bytes);
+  EXPECT_EQ(file_.projectName(), "proj");
+  EXPECT_EQ(kernelNames(), Names());
+  EXPECT_LT(gauge.total(), 600'000U);
+}
+
+TEST_F(ConsolidatedFileDumpTest, ANameAfterRecordsThatCannotBeReadDoesNotCount) {
+  const std::string records = u32(2) + kernelRecord("first", 3) + kernelRecord("second", 3);
+  for (std::size_t size = 0; size < records.size(); ++size) {
+    openForDump(header(3) + entry(SectionKind::ProjectName, 88, 4) +
+                entry(SectionKind::KernelRecords, 95, 4) + entry(SectionKind::ProjectName, 92, 3) +
+                "nameend" + records.substr(0, size));
+    EXPECT_EQ(file_.projectName(), "name") << size;
+  }
 }
 
 TEST_F(ConsolidatedFileDumpTest, KeepsTheConsolidatedFile) {

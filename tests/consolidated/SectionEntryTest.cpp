@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -72,6 +74,19 @@ TEST(SectionEntry, IsReadOneAfterAnother) {
   EXPECT_EQ(entry, SectionEntry());
   EXPECT_EQ(in.remaining(), 4U);
   EXPECT_FALSE(entry.readBinary(in));
+}
+
+TEST(SectionEntry, SeeksByTheLowThirtyTwoBitsOfItsOffset) {
+  const MemoryStream stream("bytes");
+  const auto positionAt = [&](std::uint64_t offset) {
+    const SectionEntry entry{SectionKind::Json, offset, 1};
+    return entry.seek(stream.get()) ? std::ftell(stream.get()) : -1;
+  };
+  EXPECT_EQ(positionAt(3), 3);
+  EXPECT_EQ(positionAt(0x0102030400000002U), 2);
+  EXPECT_EQ(positionAt(0x7FFFFFFFU), 0x7FFFFFFF) << "beyond the end";
+  EXPECT_EQ(positionAt(0x80000000U), -1);
+  EXPECT_EQ(positionAt(0xFFFFFFFFU), -1);
 }
 
 }  // namespace

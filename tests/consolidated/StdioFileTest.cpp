@@ -1,11 +1,14 @@
 #include "consolidated/StdioFile.h"
+#include "support/MemoryStream.h"
 #include "support/NamedPipe.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <cstdio>
+#include <filesystem>
 
 namespace consolidator {
 namespace {
@@ -55,6 +58,28 @@ TEST(StdioFile, OpenedAtOnceWritesToAPipeThatHasAReader) {
   EXPECT_EQ(openStdioFileAtOnce(folder.path("unread"), "w"), nullptr);
   const NamedPipe pipe;
   EXPECT_NE(openStdioFileAtOnce(pipe.path(), "w"), nullptr);
+}
+
+TEST(StdioFile, HoldsTheBytesFromItsPositionOn) {
+  const MemoryStream stream("0123456789");
+  for (const int start : {0, 4, 10, 11}) {
+    for (int size = 0; size < 12; ++size) {
+      std::fseek(stream.get(), start, SEEK_SET);
+      EXPECT_EQ(holdsBytes(stream.get(), static_cast<std::uint64_t>(size)),
+                size == 0 || start + size <= 10)
+          << size << " from " << start;
+    }
+  }
+  std::rewind(stream.get());
+  EXPECT_FALSE(holdsBytes(stream.get(), 0xFFFFFFFFU));
+}
+
+// Files of the kernel claim a page and hold less.
+TEST(StdioFile, HoldsNoBytesThatAFileOnlyClaims) {
+  const char* const pseudo = "/sys/kernel/mm/transparent_hugepage/enabled";
+  const StdioFile file = openStdioFile(pseudo, "r");
+  if (!file || std::filesystem::file_size(pseudo) < 1000) GTEST_SKIP() << "no such file";
+  EXPECT_FALSE(holdsBytes(file.get(), 1000));
 }
 
 }  // namespace

@@ -49,6 +49,15 @@ PrepareWork rewriting(MakeBytes makeBytes) {
   };
 }
 
+// Reads the file into the model; what saving it writes is more than linear by the format.
+PrepareWork reading(MakeBytes makeBytes) {
+  return [makeBytes](std::size_t size) -> Work {
+    const auto file = std::make_shared<MemoryFile>();
+    file->write(makeBytes(size));
+    return [file] { ConsolidatedFile().readExisting(file->path()); };
+  };
+}
+
 PrepareWork dumping(MakeBytes makeBytes) {
   return [makeBytes](std::size_t size) -> Work {
     const auto file = std::make_shared<MemoryFile>();
@@ -204,6 +213,35 @@ void addTableCases(std::vector<GrowthCase>& cases) {
       {"NoContainer", rewriting([](std::size_t size) { return std::string(256 * size, 'x'); })});
 }
 
+// Many entries that describe all that follows the table, which is as long as the table is, and the
+// name of a project in the end.
+void addOverlapCases(std::vector<GrowthCase>& cases) {
+  const auto table = [](SectionKind kind, auto makePayload) {
+    return [=](std::size_t size) {
+      const std::size_t end = 16 + 24 * (size + 1);
+      const std::string payload = makePayload(size);
+      const std::string one = entry(kind, end, static_cast<std::uint32_t>(payload.size()));
+      return header(static_cast<std::uint32_t>(size + 1)) +
+             joined(size, [&](auto) { return one; }) + entry(SectionKind::ProjectName, 0, 4) +
+             payload;
+    };
+  };
+  const auto bytes = [](std::size_t size) { return std::string(24 * size, 's'); };
+  cases.push_back({"OverlappingNames", reading(table(SectionKind::ProjectName, bytes))});
+  cases.push_back({"OverlappingNamesToDump", dumping(table(SectionKind::ProjectName, bytes))});
+  cases.push_back({"OverlappingDwarf", reading(table(SectionKind::Dwarf, bytes))});
+  const auto kernels = [](std::size_t size) {
+    return list(size, [](auto) { return kernelRecord("k", 0); });
+  };
+  const auto paths = [](std::size_t size) {
+    return u32(1) + text("k") + list(8 * size, [](auto) { return text(""); }) + u32(3) + u32(0) +
+           u32(0) + u32(0) + u32(0) + u32(0);
+  };
+  cases.push_back(
+      {"OverlappingKernelsToDump", dumping(table(SectionKind::KernelRecords, kernels))});
+  cases.push_back({"OverlappingPathsToDump", dumping(table(SectionKind::KernelRecords, paths))});
+}
+
 }  // namespace
 
 std::vector<GrowthCase> containerGrowthCases() {
@@ -213,6 +251,7 @@ std::vector<GrowthCase> containerGrowthCases() {
   addInnerListCases(cases);
   addConditionCases(cases);
   addTableCases(cases);
+  addOverlapCases(cases);
   return cases;
 }
 
