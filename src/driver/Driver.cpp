@@ -49,19 +49,8 @@ void addInputs(ConsolidatedFile& file, const ConsolidatorOptions& options) {
   for (const std::string& path : options.ramReportFiles()) file.addRamReport(path);
 }
 
-}  // namespace
-
-int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file) {
-  const ConsolidatorOptions options(argc, argv);
-  if (!options.validate() || options.help()) {
-    options.printUsage();
-    return EXIT_SUCCESS;
-  }
-  if (options.version()) {
-    printVersion();
-    return EXIT_SUCCESS;
-  }
-
+// What a run does with its file, which may be left open.
+int consolidate(ConsolidatedFile& file, const ConsolidatorOptions& options) {
   file.openOrCreate(options.consolidatedFilePath(), options.create(), options.dumpRequested());
   if (!file.isOpen()) {
     std::cerr << "Unable to open " << options.consolidatedFilePath() << std::endl;
@@ -78,8 +67,25 @@ int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file) 
     addInputs(file, options);
     file.save();
   }
-  file.closeStream();
   return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file) {
+  const ConsolidatorOptions options(argc, argv);
+  if (!options.validate() || options.help()) {
+    options.printUsage();
+    return EXIT_SUCCESS;
+  }
+  if (options.version()) {
+    printVersion();
+    return EXIT_SUCCESS;
+  }
+
+  const int status = consolidate(file, options);
+  file.closeStream();
+  return status;
 }
 
 }  // namespace consolidator

@@ -39,6 +39,23 @@ std::string projectFile(std::string_view name) {
                     {SectionKind::Json, emptyJson()}});
 }
 
+TEST_F(DriverCheckTest, TheStreamIsClosedHoweverTheRunEnds) {
+  const auto isClosed = [&](const std::string& stored, std::vector<std::string> words, int status) {
+    writeFile(file_, stored);
+    words.insert(words.begin(), {"-f", file_});
+    const Arguments arguments(std::move(words));
+    const StreamCapture capture;
+    ConsolidatedFile file;
+    EXPECT_EQ(runConsolidation(arguments.count(), arguments.values(), file), status);
+    return !file.isOpen();
+  };
+  EXPECT_TRUE(isClosed(projectFile("a"), {"-h", input_}, 0));
+  EXPECT_TRUE(isClosed(projectFile("a"), {"-j", out_}, 0));
+  EXPECT_TRUE(isClosed(projectFile("a"), {"-p", "b", "-h", input_}, 1));
+  EXPECT_TRUE(isClosed(projectFile("a"), {"-p", "b", "-j", out_}, 1));
+  EXPECT_TRUE(isClosed(header(0, 2), {"-h", input_}, 1));
+}
+
 using DriverProjectTest = DriverCheckTest;
 
 TEST_F(DriverProjectTest, AnotherProjectIsRefusedAndLeavesTheFileEmpty) {
