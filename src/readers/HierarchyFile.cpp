@@ -20,6 +20,7 @@ KernelType kernelType(std::string_view word) {
 bool HierarchyFile::parse() {
   // The working record; it stays the last of the list while words are read.
   kernels_.emplace_back();
+  anyKernel_ = false;
   const bool accepted = readWords();
   if (!accepted || !anyKernel_) kernels_.pop_back();
   return accepted;

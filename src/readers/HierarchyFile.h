@@ -35,7 +35,7 @@ class HierarchyFile : public InputFile {
   bool readInstancePath();
   void startKernel(std::string_view header);
 
-  bool anyKernel_ = false;  // whether a kernel was started
+  bool anyKernel_ = false;  // whether parse() started a kernel
 };
 
 }  // namespace consolidator

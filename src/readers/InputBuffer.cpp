@@ -81,7 +81,11 @@ InputBuffer::int_type InputBuffer::underflow() {
 
 // Adds a block's worth of bytes behind those that are available. Returns false at the end.
 bool InputBuffer::readMore() {
-  if (atEnd_) return false;
+  hasMetEnd_ = atEnd_ || !readBlock();
+  return !hasMetEnd_;
+}
+
+bool InputBuffer::readBlock() {
   makeRoom();
   const std::size_t kept = available();
   ssize_t got = 0;
@@ -89,9 +93,8 @@ bool InputBuffer::readMore() {
     got = read(descriptor_, block_.get() + kept, capacity_ - kept);
   } while (got < 0 && errno == EINTR);
   atEnd_ = got <= 0;
-  if (atEnd_) return false;
-  setg(block_.get(), block_.get(), block_.get() + kept + got);
-  return true;
+  if (!atEnd_) setg(block_.get(), block_.get(), block_.get() + kept + got);
+  return !atEnd_;
 }
 
 // Moves the available bytes to the start of the block, which grows when they fill it.

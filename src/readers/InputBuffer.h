@@ -36,6 +36,10 @@ class InputBuffer : public std::streambuf {
 
   bool isOpen() const { return isOpen_; }
 
+  /// Whether something was asked for and the input was at its end: what makes a standard stream
+  /// say that it met the end of the file.
+  bool hasMetEnd() const { return hasMetEnd_; }
+
   /// The bytes that are next and in memory already; may be none before the end of the input, too.
   /// For a quick look ahead. The view holds until the next read.
   std::string_view buffered() const { return {gptr(), available()}; }
@@ -87,11 +91,13 @@ class InputBuffer : public std::streambuf {
   std::string_view readLongWord(std::size_t length);
 
   bool readMore();
+  bool readBlock();
   void makeRoom();
 
   int descriptor_ = -1;
   bool isOpen_ = false;
   bool atEnd_ = false;
+  bool hasMetEnd_ = false;
   std::unique_ptr<char[]> block_;  // made at the first read
   std::size_t capacity_ = 0;
 };

@@ -9,6 +9,6 @@ InputFile::InputFile(const char* fileName) : fileName_(fileName), buffer_(fileNa
 InputFile::InputFile(const char* fileName, std::string_view text)
     : fileName_(fileName), buffer_(text) {}
 
-bool InputFile::isValid() const { return stream_.good(); }
+bool InputFile::isValid() const { return stream_.good() && !buffer_.hasMetEnd(); }
 
 }  // namespace consolidator

@@ -25,7 +25,8 @@ class InputFile {
   InputFile& operator=(const InputFile&) = delete;
   virtual ~InputFile() = default;
 
-  /// Whether the input can be read.
+  /// Whether the input can be read: it is open, and neither its end nor an error was met yet. So a
+  /// reader that has read its whole input is not valid any more.
   virtual bool isValid() const;
 
   /// Reads the whole input and fills kernels(). Returns false when nothing of it may be used;
