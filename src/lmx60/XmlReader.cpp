@@ -160,6 +160,7 @@ void c_xml_reader::add_namespace_mappings(const c_attributes& attributes) {
     if (name.empty()) add_namespace_mapping({}, value);
     if (name.size() > 1 && name.front() == ':') add_namespace_mapping(name.substr(1), value);
   });
+  ns_map_ = nullptr;
 }
 
 int c_xml_reader::parse_on() {

@@ -79,7 +79,7 @@ class c_xml_reader {
   [[noreturn]] void capture_error(error_code code, std::string_view detail);
 
   /// Asks for the namespace declarations of the root element, to be kept in `map`, which must
-  /// outlive the reading of the root's start tag. Null asks for none.
+  /// outlive the reading of the root's start tag; it is forgotten then. Null asks for none.
   void set_ns_map(c_namespace_map* map) { ns_map_ = map; }
 
   /// Adds a declaration to the map, if one is asked for.

@@ -16,6 +16,7 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -238,6 +239,9 @@ template <typename Class>
 void Element<Class>::unmarshal(lmx::c_xml_reader& reader, std::string_view elementName) {
   static_assert(engine::fieldsAreComplete<Class>, "fieldsOf lacks a member of the class");
   Class element;
+  // Even a document without a root element leaves no address of it in the reader.
+  constexpr auto forget = [](lmx::c_xml_reader* used) { used->set_ns_map(nullptr); };
+  const std::unique_ptr<lmx::c_xml_reader, decltype(forget)> forgetting(&reader, forget);
   fieldsOf<Class>(
       [&](const auto&... field) { (engine::prepare(reader, element.*field.member), ...); });
   engine::RootSelector<Class> root(elementName, element);

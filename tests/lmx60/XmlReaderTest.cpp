@@ -51,6 +51,18 @@ TEST(XmlReaderTest, KeepsTheNamespaceDeclarationsOfTheRoot) {
   EXPECT_EQ(map, (c_namespace_map{{"p", "urn:p"}, {"", "urn:d"}}));
 }
 
+TEST(XmlReaderTest, ForgetsTheNamespaceMapOnceTheRootHasStarted) {
+  error_code result{};
+  c_xml_reader reader(std::make_unique<c_memory_source>("<e xmlns='urn:d'/>"), result);
+  c_namespace_map map;
+  reader.set_ns_map(&map);
+  std::string log;
+  RecordingSelector selector(log);
+  c_unmarshal_helper(reader).unmarshal_complex_content(selector);
+  reader.add_namespace_mapping("late", "urn:late");
+  EXPECT_EQ(map, (c_namespace_map{{"", "urn:d"}}));
+}
+
 TEST(XmlReaderTest, PassesOverANamespaceDeclarationWithoutAPrefix) {
   c_namespace_map map;
   recorded("<e xmlns:='urn:p'/>", &map);

@@ -203,5 +203,21 @@ TEST(ProjectTest, KeepsNamespaceDeclarationsOfTheRootOnly) {
   EXPECT_EQ(project.namespaceMap, (lmx::c_namespace_map{{"", "urn:d"}, {"p", "urn:p"}}));
 }
 
+// Sanitized builds see a map that is written to when it is gone.
+TEST(ProjectTest, LeavesNoNamespaceMapInTheReader) {
+  for (const std::string_view document : {"<project xmlns='urn:d'/>", "", "<other/>"}) {
+    lmx::error_code result{};
+    lmx::c_xml_reader reader(std::make_unique<lmx::c_memory_source>(document), result);
+    Project project;
+    try {
+      project.unmarshal(reader, "project");
+    } catch (const lmx::c_lmx_exception&) {
+      EXPECT_NE(result, lmx::error_code::ok);
+    }
+    reader.add_namespace_mapping("late", "urn:late");
+    EXPECT_EQ(project.namespaceMap.size(), result == lmx::error_code::ok ? 1U : 0U) << document;
+  }
+}
+
 }  // namespace
 }  // namespace Devpack
