@@ -5,12 +5,15 @@
 
 namespace consolidator {
 
-void BreakableCondition::writeBinary(ByteWriter& out) const {
+std::uint64_t BreakableCondition::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
   out.writeU32(static_cast<std::uint32_t>(kind));
   out.writeText(condition);
-  if (kind != ConditionKind::SourceLine) return;
-  out.writeU32(line);
-  out.writeText(file);
+  if (kind == ConditionKind::SourceLine) {
+    out.writeU32(line);
+    out.writeText(file);
+  }
+  return out.acceptedSince(before);
 }
 
 bool BreakableCondition::readBinary(ByteReader& in) {

@@ -34,8 +34,9 @@ struct BreakableCondition {
   BreakableCondition(ConditionKind conditionKind, std::string_view text)
       : kind(conditionKind), condition(text), valid(true) {}
 
-  /// Appends the binary form: kind and condition, and for SourceLine also line and file.
-  void writeBinary(ByteWriter& out) const;
+  /// Appends the binary form: kind and condition, and for SourceLine also line and file. Returns
+  /// how many bytes the writer took.
+  std::uint64_t writeBinary(ByteWriter& out) const;
 
   /// Reads the binary form into this default-made record and sets `valid` at the end. A short
   /// read returns false and keeps what was read so far.

@@ -2,6 +2,7 @@
 
 #include "model/ShortText.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -52,6 +53,12 @@ class ByteWriter {
 
   /// Number of bytes that the stream took so far, those that wait in the block included.
   std::uint64_t accepted() const { return accepted_ + used_; }
+
+  /// How many more these are than the `before` of an earlier time: none where the stream failed
+  /// since and took fewer bytes than waited for it then.
+  std::uint64_t acceptedSince(std::uint64_t before) const {
+    return accepted() - std::min(before, accepted());
+  }
 
  private:
   // As the host holds them: the format is little-endian, and so is every supported host.

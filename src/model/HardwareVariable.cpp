@@ -5,9 +5,11 @@
 
 namespace consolidator {
 
-void HardwareVariable::writeBinary(ByteWriter& out) const {
+std::uint64_t HardwareVariable::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
   out.writeText(rtlName);
   writeLocations(out, logicLocations);
+  return out.acceptedSince(before);
 }
 
 bool HardwareVariable::readBinary(ByteReader& in) {

@@ -3,6 +3,7 @@
 #include "model/BitLocation.h"
 #include "model/KeyedList.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,9 @@ struct HardwareVariable {
 
   explicit HardwareVariable(std::string_view name) : rtlName(name), valid(true) {}
 
-  /// Appends the binary form: the name, the number of locations and the locations.
-  void writeBinary(ByteWriter& out) const;
+  /// Appends the binary form: the name, the number of locations and the locations. Returns how many
+  /// bytes the writer took.
+  std::uint64_t writeBinary(ByteWriter& out) const;
 
   /// Reads the binary form into this default-made record and sets `valid` at the end. A short
   /// read returns false and keeps what was read so far.

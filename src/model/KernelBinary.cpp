@@ -93,10 +93,11 @@ std::uint64_t KernelRecord::writeBinary(ByteWriter& out) const {
   writeRecords(out, hardwareVariables);
   writeRecords(out, breakableConditions);
   writeTexts(out, brams);
-  return out.accepted() - before;
+  return out.acceptedSince(before);
 }
 
 bool KernelRecord::readBinary(ByteReader& in) {
+  if (!in.hasStream()) return false;
   reset();
   std::uint32_t storedType = 0;
   if (!in.readText(name) || !readList(in, instancePaths) || !in.readU32(storedType)) return false;

@@ -71,12 +71,13 @@ struct KernelRecord {
   void prepareBreakableConditions();
 
   /// Appends the binary form: the fields in the order in which they stand here, each list as a
-  /// count followed by its elements. Returns how many bytes the writer took.
+  /// count followed by its elements. Returns how many bytes the writer took, which may include some
+  /// that wait for its stream; fewer once the stream failed.
   std::uint64_t writeBinary(ByteWriter& out) const;
 
   /// Reads the binary form into this freshly made record. Nothing is validated but that the bytes
   /// are there: a short read returns false and keeps what was read so far. Lists are appended to
-  /// without looking for equal entries.
+  /// without looking for equal entries. A null stream returns false and changes nothing.
   bool readBinary(ByteReader& in);
 
   /// Skips a binary form, which takes no memory. Returns false where readBinary() does.

@@ -11,10 +11,12 @@ std::uint32_t VariableRecord::bitWidth() const {
   return 32;
 }
 
-void VariableRecord::writeBinary(ByteWriter& out) const {
+std::uint64_t VariableRecord::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
   out.writeText(name, second, cType);
   out.writeU32(static_cast<std::uint32_t>(instanceBits.size()));
   for (const InstanceBits& bits : instanceBits) writeLocations(out, bits);
+  return out.acceptedSince(before);
 }
 
 bool VariableRecord::readBinary(ByteReader& in) {

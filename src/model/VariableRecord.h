@@ -31,8 +31,8 @@ struct VariableRecord {
   std::uint32_t bitWidth() const;
 
   /// Appends the binary form: three texts, the number of instances, and for each instance its
-  /// number of bits followed by their locations.
-  void writeBinary(ByteWriter& out) const;
+  /// number of bits followed by their locations. Returns how many bytes the writer took.
+  std::uint64_t writeBinary(ByteWriter& out) const;
 
   /// Reads the binary form into this default-made record and sets `valid` at the end. A short
   /// read returns false and keeps what was read so far.

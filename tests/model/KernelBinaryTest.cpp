@@ -227,10 +227,10 @@ TEST(KernelBinary, ClearsTheRecordButItsHardwareVariablesBeforeReading) {
 }
 
 TEST(KernelBinary, ReadsNothingFromANullStream) {
-  KernelRecord kernel;
+  KernelRecord kernel = namedKernel();
   ByteReader in(nullptr);
   EXPECT_FALSE(kernel.readBinary(in));
-  EXPECT_EQ(describe(kernel), describe(KernelRecord()));
+  EXPECT_EQ(describe(kernel), describe(namedKernel())) << "which is not reset either";
 }
 
 TEST(KernelBinary, ReturnsTheNumberOfBytesOfEachRecord) {
@@ -241,9 +241,25 @@ TEST(KernelBinary, ReturnsTheNumberOfBytesOfEachRecord) {
   EXPECT_EQ(namedKernel().writeBinary(out), 33U);
 }
 
+TEST(KernelBinary, ReturnsTheNumberOfBytesOfEachNestedRecord) {
+  const MemoryStream stream;
+  ByteWriter out(stream.get());
+  VariableRecord variable("a", "aa", "int");
+  EXPECT_EQ(variable.writeBinary(out), 22U);
+  variable.instanceBits = {{{1, 2}}, {}};
+  EXPECT_EQ(variable.writeBinary(out), 38U);
+  HardwareVariable hardware("r");
+  hardware.logicLocations = {{1, 2}, {3, 4}};
+  EXPECT_EQ(hardware.writeBinary(out), 25U);
+  EXPECT_EQ(BreakableCondition(ConditionKind::Stop, "abc").writeBinary(out), 11U);
+  EXPECT_EQ(BreakableCondition(ConditionKind::SourceLine, "abc").writeBinary(out), 19U);
+}
+
 TEST(KernelBinary, WritesNothingToANullStream) {
   ByteWriter out(nullptr);
   EXPECT_EQ(fullKernel().writeBinary(out), 0U);
+  EXPECT_EQ(VariableRecord().writeBinary(out), 0U);
+  EXPECT_EQ(HardwareVariable().writeBinary(out), 0U);
 }
 
 TEST(KernelBinary, ReturnsTheNumberOfBytesThatAFullStreamTook) {
@@ -252,6 +268,16 @@ TEST(KernelBinary, ReturnsTheNumberOfBytesThatAFullStreamTook) {
   const FullStream stream(1'000'000);
   ByteWriter out(stream.get());
   EXPECT_EQ(kernel.writeBinary(out), 1'000'000U);
+  EXPECT_EQ(kernel.writeBinary(out), 0U);
+}
+
+// The first record waits in the block, is counted, and is lost together with the second one.
+TEST(KernelBinary, ReturnsNoBytesWhereMoreAreTakenBackThanAreWritten) {
+  KernelRecord kernel = namedKernel();
+  kernel.name = std::string(200'000, 'k');
+  const FullStream stream(0);
+  ByteWriter out(stream.get());
+  EXPECT_EQ(kernel.writeBinary(out), 200'032U);
   EXPECT_EQ(kernel.writeBinary(out), 0U);
 }
 
