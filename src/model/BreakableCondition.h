@@ -14,11 +14,12 @@ class ByteReader;
 class ByteWriter;
 
 /// What a breakable condition stands for. Files may hold other numbers; they are kept as they are
-/// and rendered as an error.
+/// and rendered as `Error` is.
 enum class ConditionKind : std::uint32_t {
   Start = 0,       ///< the kernel starts
   Stop = 1,        ///< the kernel finishes
   SourceLine = 2,  ///< a source position, given by file and line
+  Error = 3,       ///< none of these. Nothing here makes one; other code is bound to the name
 };
 
 /// A condition on which a debugger can stop a kernel.

@@ -6,6 +6,7 @@
 
 #include "model/ByteWriter.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cstddef>
@@ -42,17 +43,6 @@ std::string_view typeText(KernelType type) {
     default:
       return "\"Unknown\"";
   }
-}
-
-// Floating-point kernels are wrapped by another generated module, whose instance is named U0.
-std::string_view instanceSuffix(const VariableList& arguments) {
-  for (const VariableRecord& argument : arguments) {
-    const std::string& type = argument.cType;
-    if (type.find("float") != std::string::npos || type.find("double") != std::string::npos) {
-      return "/U0";
-    }
-  }
-  return "/inst";
 }
 
 // Writes a number in decimal; up to 10 bytes are overwritten. Computes all digits of a usual number
@@ -104,7 +94,7 @@ void writeInstanceBits(ByteWriter& out, const std::vector<InstanceBits>& instanc
 
 void writeVariable(ByteWriter& out, const VariableRecord& variable) {
   out.write("[ \"", variable.name, "\", \"", variable.second, "\", \"", variable.cType, "\", ");
-  out.writeDecimal(variable.bitWidth());
+  out.writeDecimal(KernelRecord::bitWidth(variable));
   if (!variable.instanceBits.empty()) writeInstanceBits(out, variable.instanceBits);
   out.write("]");
 }
@@ -131,6 +121,7 @@ void writeConditionKind(ByteWriter& out, const BreakableCondition& condition) {
       out.write(R"("File":")", condition.file, R"(", "Line":)");
       out.writeDecimal(condition.line);
       return out.write(", ");
+    case ConditionKind::Error:
     default:
       return out.write("\"Error\":1, ");
   }
@@ -144,9 +135,18 @@ void writeCondition(ByteWriter& out, const BreakableCondition& condition) {
 
 }  // namespace
 
+// Floating-point kernels are wrapped by another generated module, whose instance is named U0.
+std::string_view KernelRecord::instanceSuffix() const {
+  const auto isFloatingPoint = [](const VariableRecord& argument) {
+    return argument.cType.find("float") != std::string::npos ||
+           argument.cType.find("double") != std::string::npos;
+  };
+  return std::any_of(arguments.begin(), arguments.end(), isFloatingPoint) ? "/U0" : "/inst";
+}
+
 void KernelRecord::writeJson(ByteWriter& out) const {
   out.write(R"({ "Name" : ")", name, R"(", "Instance Paths" : [ )");
-  const std::string_view suffix = instanceSuffix(arguments);
+  const std::string_view suffix = instanceSuffix();
   writeSeparated(out, instancePaths, [&](const std::string& path, std::uint32_t) {
     out.write("\"", path, suffix, "\"");
   });

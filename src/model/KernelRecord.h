@@ -57,6 +57,14 @@ struct KernelRecord {
   void setLogicLocation(std::string_view rtlName, std::uint32_t bitIndex, std::uint32_t first,
                         std::uint32_t second);
 
+  /// The width of an argument or variable in bits, see VariableRecord::bitWidth(). Other code is
+  /// bound to it under this name.
+  static std::uint32_t bitWidth(const VariableRecord& variable) { return variable.bitWidth(); }
+
+  /// What the JSON text puts behind each instance path: "/U0" if the type of an argument contains
+  /// "float" or "double", else "/inst".
+  std::string_view instanceSuffix() const;
+
   /// Appends a condition with empty file and line 0 unless an equal one is present.
   void addBreakableCondition(ConditionKind kind, std::string_view condition);
 

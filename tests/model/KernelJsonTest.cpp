@@ -138,6 +138,7 @@ TEST(KernelJson, EndsPathsByTheTypesOfTheArguments) {
     kernel.addArgument("a", "", "int");
     kernel.addArgument("b", "", type);
     kernel.addArgument("c", "", "int");
+    EXPECT_EQ(kernel.instanceSuffix(), suffix) << type;
     const std::string start = R"({ "Name" : "k", "Instance Paths" : [ "p)" + std::string(suffix) +
                               R"(", "q)" + suffix + R"(" ], "Type")";
     EXPECT_EQ(json(kernel).substr(0, start.size()), start) << type;
@@ -208,6 +209,12 @@ TEST(KernelJson, RendersEveryKindOfCondition) {
     kernel.addBreakableCondition(condition);
     EXPECT_EQ(json(kernel), ExpectedJson().conditions(text).text()) << kind;
   }
+}
+
+TEST(KernelJson, RendersAConditionOfKindErrorAsOneOfAnUnknownKind) {
+  KernelRecord kernel = named("k");
+  kernel.addBreakableCondition(ConditionKind::Error, "c");
+  EXPECT_EQ(json(kernel), ExpectedJson().conditions(R"({ "Error":1, "Cond":"c"})").text());
 }
 
 TEST(KernelJson, RendersASourceLineWithoutFile) {

@@ -54,6 +54,7 @@ TEST(VariableRecord, DerivesItsWidthFromTheTypeCoarsely) {
       {"charstar*", 64}};
   for (const auto& [type, width] : widths) {
     EXPECT_EQ(VariableRecord("v", "v", type).bitWidth(), width) << type;
+    EXPECT_EQ(KernelRecord::bitWidth(VariableRecord("v", "v", type)), width) << type;
   }
 }
 
