@@ -99,7 +99,8 @@ class ConsolidatedFile {
   /// Closes the stream and frees what is held.
   void close();
 
-  /// Lists header and table on standard output, for diagnosis.
+  /// Lists header and table on standard output, for diagnosis. Nothing here calls it; other code is
+  /// bound to it.
   void printHeader() const;
 
  private:

@@ -64,6 +64,7 @@ class ConsolidatorOptions : public boost::program_options::options_description {
 
   bool version() const { return version_; }
 
+  /// Nothing here asks for it; other code is bound to it.
   bool bothAddAndCreate() const { return bothAddAndCreate_; }
 
  private:

@@ -71,7 +71,8 @@ struct KernelRecord {
   /// Appends a copy unless an equal condition is present.
   void addBreakableCondition(const BreakableCondition& condition);
 
-  /// Appends the name; always, even if it is present.
+  /// Appends the name; always, even if it is present. Nothing here calls it, since RAM reports add
+  /// nothing; other code is bound to it.
   void addBRAM(std::string_view bramName);
 
   /// Removes trivially true conditions and rewrites the others in prefix form with qualified

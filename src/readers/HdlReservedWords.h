@@ -26,7 +26,7 @@ std::string restoreReservedWordName(std::string_view name);
 std::string restoreReservedWordName(std::string_view name, const HdlReservedWords& words);
 
 /// The change that is undone by it: a name that is one of the words gets "_r" behind it, every
-/// other name is returned unchanged.
+/// other name is returned unchanged. Nothing here calls it; other code is bound to it.
 std::string addReservedWordSuffix(std::string_view name, const HdlReservedWords& words);
 
 }  // namespace consolidator

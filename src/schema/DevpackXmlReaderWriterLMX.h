@@ -423,7 +423,8 @@ struct Project : Element<Project> {
   Project(const char* fileName, lmx::error_code& errorCode);
 
   /// Writes the document to a file, which is created or overwritten. Returns `not_written` when it
-  /// could not be written in full.
+  /// could not be written in full. The tool itself writes no document, here or below; other code is
+  /// bound to that.
   lmx::error_code writeToFile(const char* fileName) const;
 
   /// The document as a text in UTF-8.
