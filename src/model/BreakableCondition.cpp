@@ -33,13 +33,15 @@ bool BreakableCondition::skipBinary(ByteReader& in) {
          (in.readU32(skippedLine) && in.skipText());
 }
 
-std::size_t BreakableConditionKey::hash(const Key& key) {
-  constexpr std::size_t spread = 0x9E3779B97F4A7C15U;
+// The size in between keeps two texts from passing for two others that are the same in a row.
+std::uint64_t BreakableConditionKey::hash(const Key& key) {
   const auto& [kind, condition, line, file] = key;
-  std::size_t hash = TextKeyHash::hash(condition);
-  hash = hash * spread + TextKeyHash::hash(file);
-  hash = hash * spread + line;
-  return hash * spread + static_cast<std::uint32_t>(kind);
+  KeyedHash hash(HashSeed::ofProcess());
+  hash.add(std::uint64_t{static_cast<std::uint32_t>(kind)} << 32U | line);
+  hash.add(file.size());
+  hash.add(file);
+  hash.add(condition);
+  return hash.finish();
 }
 
 }  // namespace consolidator

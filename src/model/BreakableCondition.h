@@ -2,7 +2,6 @@
 
 #include "model/KeyedList.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -60,7 +59,7 @@ struct BreakableConditionKey {
     return {condition.kind, condition.condition, condition.line, condition.file};
   }
 
-  static std::size_t hash(const Key& key);
+  static std::uint64_t hash(const Key& key);
 };
 
 using BreakableConditionList = KeyedList<BreakableCondition, BreakableConditionKey>;

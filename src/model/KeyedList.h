@@ -1,9 +1,10 @@
 #pragma once
 
+#include "model/KeyedHash.h"
 #include "model/PositionIndex.h"
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <type_traits>
@@ -16,9 +17,9 @@ namespace consolidator {
 /// sorted and may hold equal keys (plain appends do not check).
 ///
 /// `KeyOf` is a function object that returns the key of an element: a value that compares with
-/// `==` and for which `KeyOf::hash(key)` gives a hash. Short lists are searched linearly; from
-/// `indexedFrom` elements on the first search builds a hash index, which later appends keep up to
-/// date, so that n add-if-absent calls cost O(n).
+/// `==` and for which `KeyOf::hash(key)` gives a keyed hash. Short lists are searched linearly;
+/// from `indexedFrom` elements on the first search builds a hash index, which later appends keep up
+/// to date, so that n add-if-absent calls cost O(n).
 template <typename T, typename KeyOf>
 class KeyedList {
  public:
@@ -141,7 +142,7 @@ class KeyedList {
 
 /// Hash of a text key, for the `KeyOf` of lists that are searched by one text.
 struct TextKeyHash {
-  static std::size_t hash(std::string_view key) { return std::hash<std::string_view>{}(key); }
+  static std::uint64_t hash(std::string_view key) { return keyedHash(key); }
 };
 
 }  // namespace consolidator

@@ -8,9 +8,9 @@
 namespace consolidator {
 
 /// Hash index from keys to positions in a list that somebody else holds: open addressing with
-/// linear probing, 8 bytes a slot. It stores 32 bits of each hash beside the position, so that a
-/// probe touches the list only where the hashes agree. Hashes need not be spread: equal distances
-/// between them, as numbers have that are their own hashes, do no harm.
+/// linear probing, 8 bytes a slot. It stores the low 32 bits of each hash beside the position, so
+/// that a probe touches the list only where these agree. Hashes must be spread well in their low 32
+/// bits, whoever made the keys: see keyedHash().
 ///
 /// Every key is there once: of several equal ones only the first is added.
 class PositionIndex {
@@ -25,9 +25,9 @@ class PositionIndex {
   /// Returns the position added under `hash` for which `isMatch(position)` holds; else adds this
   /// one (below 2^32 - 1) and returns it.
   template <typename Predicate>
-  std::size_t findOrAdd(std::size_t hash, std::size_t position, Predicate isMatch) {
+  std::size_t findOrAdd(std::uint64_t hash, std::size_t position, Predicate isMatch) {
     if (2 * (count_ + 1) > slots_.size()) grow();
-    const std::uint32_t wanted = spread(hash);
+    const std::uint32_t wanted = static_cast<std::uint32_t>(hash);
     std::size_t i = wanted & mask();
     for (; slots_[i].position != unused; i = (i + 1) & mask()) {
       if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
@@ -38,15 +38,15 @@ class PositionIndex {
   }
 
   /// Adds a position under the hash of its key, which must not be there yet.
-  void add(std::size_t hash, std::size_t position) {
+  void add(std::uint64_t hash, std::size_t position) {
     findOrAdd(hash, position, [](std::size_t /*position*/) { return false; });
   }
 
   /// Returns the position added under `hash` for which `isMatch(position)` holds, or `none`.
   template <typename Predicate>
-  std::size_t find(std::size_t hash, Predicate isMatch) const {
+  std::size_t find(std::uint64_t hash, Predicate isMatch) const {
     if (slots_.empty()) return none;
-    const std::uint32_t wanted = spread(hash);
+    const std::uint32_t wanted = static_cast<std::uint32_t>(hash);
     for (std::size_t i = wanted & mask(); slots_[i].position != unused; i = (i + 1) & mask()) {
       if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
     }
@@ -60,15 +60,6 @@ class PositionIndex {
     std::uint32_t hash = 0;
     std::uint32_t position = unused;
   };
-
-  // Lets every bit of a hash count in every bit of the result.
-  static std::uint32_t spread(std::uint64_t hash) {
-    constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;  // of the golden ratio
-    hash *= multiplier;
-    hash ^= hash >> 32;
-    hash *= multiplier;
-    return static_cast<std::uint32_t>(hash >> 32);
-  }
 
   std::size_t mask() const { return slots_.size() - 1; }
 

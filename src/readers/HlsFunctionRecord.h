@@ -3,9 +3,7 @@
 #include "model/KernelRecord.h"
 #include "readers/HlsLocalRecord.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +14,7 @@ namespace consolidator {
 struct LineNumberKey {
   std::uint32_t operator()(std::uint32_t line) const { return line; }
 
-  static std::size_t hash(std::uint32_t line) { return std::hash<std::uint32_t>{}(line); }
+  static std::uint64_t hash(std::uint32_t line) { return keyedHash(std::uint64_t{line}); }
 };
 
 using LineNumberList = KeyedList<std::uint32_t, LineNumberKey>;

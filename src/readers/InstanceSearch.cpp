@@ -1,9 +1,10 @@
 #include "readers/InstanceSearch.h"
 
+#include "model/KeyedHash.h"
 #include "readers/FindLast.h"
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 
 namespace consolidator {
 
@@ -26,7 +27,7 @@ const std::vector<std::uint32_t>& InstanceSearch::findIn(std::string_view name) 
 }
 
 const InstanceSearch::Scope& InstanceSearch::scopeOf(std::string_view name) {
-  const std::size_t hash = std::hash<std::string_view>{}(name);
+  const std::uint64_t hash = keyedHash(name);
   const std::size_t position =
       scopeIndex_.find(hash, [&](std::size_t i) { return scopes_[i].name == name; });
   if (position != PositionIndex::none) return scopes_[position];

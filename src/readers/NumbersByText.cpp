@@ -1,13 +1,13 @@
 #include "readers/NumbersByText.h"
 
-#include <functional>
+#include "model/KeyedHash.h"
 
 namespace consolidator {
 
 NumbersByText::NumbersByText(std::span<const Note> notes) {
   std::vector<std::vector<std::uint32_t>> lists;
   for (const auto& [newText, number] : notes) {
-    const std::size_t hash = std::hash<std::string_view>{}(newText);
+    const std::uint64_t hash = keyedHash(newText);
     std::size_t position = positionOf(newText, hash);
     if (position == PositionIndex::none) {
       position = lists.size();
@@ -33,11 +33,11 @@ std::vector<std::string_view> NumbersByText::texts() const {
 }
 
 NumbersByText::Numbers NumbersByText::find(std::string_view text) const {
-  const std::size_t position = positionOf(text, std::hash<std::string_view>{}(text));
+  const std::size_t position = positionOf(text, keyedHash(text));
   return position == PositionIndex::none ? Numbers() : numbers(position);
 }
 
-std::size_t NumbersByText::positionOf(std::string_view wanted, std::size_t hash) const {
+std::size_t NumbersByText::positionOf(std::string_view wanted, std::uint64_t hash) const {
   return index_.find(hash, [&](std::size_t position) { return text(position) == wanted; });
 }
 

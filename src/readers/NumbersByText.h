@@ -59,7 +59,7 @@ class NumbersByText {
     std::uint32_t numbersStart = 0;
   };
 
-  std::size_t positionOf(std::string_view wanted, std::size_t hash) const;
+  std::size_t positionOf(std::string_view wanted, std::uint64_t hash) const;
 
   std::string texts_;
   std::vector<std::uint32_t> numbers_;

@@ -2,10 +2,12 @@
 #include "driver/GrowthCases.h"
 #include "model/KernelMerge.h"
 #include "support/Bytes.h"
+#include "support/CollidingKeys.h"
 #include "support/MemoryFile.h"
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -128,7 +130,7 @@ void addListCases(std::vector<GrowthCase>& cases, const KeyShape& shape) {
   });
 }
 
-// Conditions that differ in one number alone, which hashes to itself.
+// Conditions that differ in one number alone.
 void addNumberCases(std::vector<GrowthCase>& cases) {
   for (const unsigned shift : {0U, 8U, 16U, 20U, 32U}) {
     cases.push_back({"MergedConditionsOnLinesBy" + std::to_string(std::size_t{1} << shift),
@@ -138,6 +140,19 @@ void addNumberCases(std::vector<GrowthCase>& cases) {
                        kernel.addBreakableCondition(added);
                      })});
   }
+  // What is equal of them counts for one in a hash without a seed, their lines one by one.
+  const auto lines = std::make_shared<CollidingNumbers>([](std::uint32_t line) {
+    constexpr std::uint64_t goldenRatio = 0x9E3779B97F4A7C15U;
+    const std::hash<std::string_view> hash;
+    const std::uint64_t texts = hash("a") * goldenRatio + hash("");
+    return (texts * goldenRatio + line) * goldenRatio + 2;
+  });
+  cases.push_back({"MergedConditionsOnLinesCollidingWithoutASeed",
+                   merging([lines](KernelRecord& kernel, std::size_t i) {
+                     BreakableCondition added(ConditionKind::SourceLine, "a");
+                     added.line = (*lines)[i];
+                     kernel.addBreakableCondition(added);
+                   })});
   cases.push_back({"MergedConditionKinds", merging([](KernelRecord& kernel, std::size_t i) {
                      kernel.addBreakableCondition(static_cast<ConditionKind>(i << 8U), "a");
                    })});

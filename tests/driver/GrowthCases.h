@@ -26,7 +26,8 @@ struct KeyShape {
   std::string (*key)(std::size_t number);
 };
 
-/// Keys that differ, that are equal, and that differ in few bits or in the middle only.
+/// Keys that differ, that are equal, that differ in few bits or in the middle only, and that
+/// collide in a hash without a seed.
 const std::vector<KeyShape>& keyShapes();
 
 /// One part after the other, made for the numbers below `count`.

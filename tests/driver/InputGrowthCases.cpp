@@ -1,6 +1,7 @@
 #include "consolidated/ConsolidatedFile.h"
 #include "driver/GrowthCases.h"
 #include "support/Bytes.h"
+#include "support/CollidingKeys.h"
 #include "support/MemoryFile.h"
 #include "support/StreamCapture.h"
 
@@ -87,7 +88,7 @@ void addHierarchyCases(std::vector<GrowthCase>& cases) {
     });
     put("Paths" + shape.name, [shape](std::size_t size) {
       return "k:\n" +
-             joined(size, [&](std::size_t i) { return " instance path: /" + shape.key(i) + "\n"; });
+             joined(size, [&](std::size_t i) { return " instance path: " + shape.key(i) + "\n"; });
     });
     const MakeText kernels = [shape](std::size_t size) {
       return joined(size, [&](std::size_t i) { return shape.key(i) + ": instance path: /b\n"; });
@@ -173,21 +174,25 @@ void addHlsCases(std::vector<GrowthCase>& cases) {
              joined(size, [&](std::size_t i) { return "at " + shape.key(i) + ":1\n"; });
     });
   }
-  // Each number apart is its own hash, and multiples of a power of two share their low bits.
-  for (const unsigned shift : {0U, 4U, 12U, 16U, 20U, 31U}) {
-    const auto line = [shift](std::size_t i) { return number((i << shift) & 0xFFFFFFFFU); };
-    const std::string name = "By" + number(std::size_t{1} << shift);
-    const MakeText functions = [line](std::size_t size) {
-      return joined(size, [&](std::size_t i) {
-        return "RTL a b n\nlocal v\nat x.c:" + line(i) + "\nend r\n";
+  // Multiples of a power of two share their low bits.
+  const auto putNumbers = [&](const std::string& name, auto lineNumber) {
+    put("Functions" + name, [=](std::size_t size) {
+      return joined(size, [=](std::size_t i) {
+        return "RTL a b n\nlocal v\nat x.c:" + number(lineNumber(i)) + "\nend r\n";
       });
-    };
-    put("Functions" + name, functions);
-    put("Lines" + name, [line](std::size_t size) {
-      return "RTL a b c\nlocal l\n" +
-             joined(size, [&](std::size_t i) { return "at x.c:" + line(i) + "\n"; });
     });
+    put("Lines" + name, [=](std::size_t size) {
+      return "RTL a b c\nlocal l\n" +
+             joined(size, [=](std::size_t i) { return "at x.c:" + number(lineNumber(i)) + "\n"; });
+    });
+  };
+  for (const unsigned shift : {0U, 4U, 12U, 16U, 20U, 31U}) {
+    putNumbers("By" + number(std::size_t{1} << shift),
+               [shift](std::size_t i) { return (i << shift) & 0xFFFFFFFFU; });
   }
+  const auto colliding =
+      std::make_shared<CollidingNumbers>([](std::uint32_t line) { return line; });
+  putNumbers("CollidingWithoutASeed", [colliding](std::size_t i) { return (*colliding)[i]; });
   put("Comments", [](std::size_t size) { return joined(size, [](auto) { return "#\n \n\n"; }); });
   put("CommentsInABlock", [](std::size_t size) {
     return "RTL a b c\nlocal l\n" + joined(size, [](auto) { return "#\n \n\n"; });
@@ -327,7 +332,8 @@ const std::vector<KeyShape>& keyShapes() {
       {"Equal", [](std::size_t /*i*/) { return std::string("key"); }},
       {"WithCommonStart", [](std::size_t i) { return std::string(120, 'k') + number(i); }},
       {"WithCommonEnds",
-       [](std::size_t i) { return "beginning" + number(10'000'000 + i) + "the_end_of_it"; }}};
+       [](std::size_t i) { return "beginning" + number(10'000'000 + i) + "the_end_of_it"; }},
+      {"CollidingWithoutASeed", collidingText}};
   return shapes;
 }
 

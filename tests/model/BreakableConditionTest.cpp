@@ -83,6 +83,19 @@ TEST(BreakableCondition, HashesEqualKeysAlike) {
             BreakableConditionKey::hash(BreakableConditionKey{}(copy)));
 }
 
+// Each takes what it has from its neighbour in the other one.
+TEST(BreakableCondition, HashesKeysOfOtherPartsApart) {
+  const BreakableConditionKey::Key key{ConditionKind::Start, "ab", 2, "c"};
+  for (const BreakableConditionKey::Key& other :
+       {BreakableConditionKey::Key{ConditionKind::Stop, "ab", 2, "c"},
+        {ConditionKind::Start, "ab", 3, "c"},
+        {ConditionKind::Start, "b", 2, "ca"},
+        {ConditionKind::Start, "c", 2, "ab"},
+        {ConditionKind::SourceLine, "ab", 0, "c"}}) {
+    EXPECT_NE(BreakableConditionKey::hash(other), BreakableConditionKey::hash(key));
+  }
+}
+
 TEST(BreakableCondition, IsWrittenWithLineAndFileAsASourceLine) {
   EXPECT_EQ(encode(sourceLine()), sourceLineBytes());
 }

@@ -1,9 +1,11 @@
 #include "model/KeyedList.h"
+#include "support/CollidingKeys.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <ctime>
 #include <random>
 #include <string>
@@ -30,7 +32,14 @@ struct ItemKey : TextKeyHash {
 struct CollidingKey {
   std::string_view operator()(const Item& item) const { return item.key; }
 
-  static std::size_t hash(std::string_view key) { return key.size() % 4; }
+  static std::uint64_t hash(std::string_view key) { return key.size() % 4; }
+};
+
+template <std::uint64_t number>
+struct SeededKey {
+  std::string_view operator()(const Item& item) const { return item.key; }
+
+  static std::uint64_t hash(std::string_view key) { return keyedHash(key, {number, number}); }
 };
 
 // A key that counts its comparisons.
@@ -52,7 +61,7 @@ struct CountedItem {
 struct CountedKey {
   CountedText operator()(const CountedItem& item) const { return {item.key, item.comparisons}; }
 
-  static std::size_t hash(const CountedText& key) { return TextKeyHash::hash(key.text); }
+  static std::uint64_t hash(const CountedText& key) { return TextKeyHash::hash(key.text); }
 };
 
 template <typename KeyOf>
@@ -126,6 +135,19 @@ TEST(KeyedList, ManyEqualKeysAreFoundQuickly) {
     list.append({"same", i});
     EXPECT_EQ(list.find("same")->mark, 0);
   }
+  EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);
+}
+
+// If they all had one hash, each search would pass all others, which takes minutes.
+TEST(KeyedList, KeysThatCollideWithoutASeedAreFoundQuickly) {
+  constexpr std::size_t count = 50'000;
+  KeyedList<Item, ItemKey> list;
+  const std::clock_t start = std::clock();
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string key = collidingText(i);
+    if (!list.contains(key)) list.append({key});
+  }
+  EXPECT_EQ(list.size(), count);
   EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);
 }
 
@@ -311,7 +333,7 @@ class KeyedListAtRandom : public testing::Test {
   int mark_ = 0;
 };
 
-using KeysAtRandom = testing::Types<ItemKey, CollidingKey>;
+using KeysAtRandom = testing::Types<ItemKey, CollidingKey, SeededKey<0>, SeededKey<1>>;
 TYPED_TEST_SUITE(KeyedListAtRandom, KeysAtRandom);
 
 TYPED_TEST(KeyedListAtRandom, AgreesWithALinearSearch) { this->run(); }
