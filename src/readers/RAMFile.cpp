@@ -1,8 +1,5 @@
 #include "readers/RAMFile.h"
 
-#include "readers/InstancePathIndex.h"
-#include "readers/RamRow.h"
-
 #include <optional>
 
 namespace consolidator {
@@ -19,29 +16,25 @@ bool isClosingTitle(std::string_view line) {
 
 }  // namespace
 
-// Every addition goes to a working copy of the kernel that is dropped at once, deliberately: a
-// report must not change what is known of the kernels.
 bool RAMFile::parse() {
   if (!isValid()) return false;
-  readBrams([](const KernelRecord& /*kernel*/, std::string_view /*bramName*/) {});
-  return true;
-}
-
-void RAMFile::readBrams(const BramSink& addBram) {
-  InstancePathIndex paths(knownKernels_, lineBound);
   while (const std::optional<BoundedLine> line = buffer_.readLine(lineBound)) {
-    if (isInSection()) {
-      readSectionLine(line->text, paths, addBram);
-    } else {
-      readTitle(line->text);
-    }
+    readLine(line->text);
     if (line->overBound) buffer_.skipLine();
     buffer_.skipWhiteSpace();
   }
+  return true;
 }
 
-bool RAMFile::isInSection() const {
-  return section_ == inferredSection || section_ == instantiatedSection;
+// A report must not change what is known of the kernels: block RAMs would be added to working
+// copies that are dropped at once, so rows are not matched with kernels at all. Either closing
+// title closes either section, deliberately.
+void RAMFile::readLine(std::string_view line) {
+  if (section_ != inferredSection && section_ != instantiatedSection) {
+    readTitle(line);
+  } else if (isClosingTitle(line)) {
+    ++section_;
+  }
 }
 
 void RAMFile::readTitle(std::string_view line) {
@@ -51,21 +44,6 @@ void RAMFile::readTitle(std::string_view line) {
     section_ = inferredSection;
   } else if (powerSeen_ && line == "6. Memory Utilization - Instantiated") {
     section_ = instantiatedSection;
-  }
-}
-
-// Either closing title closes either section, deliberately.
-void RAMFile::readSectionLine(std::string_view line, InstancePathIndex& paths,
-                              const BramSink& addBram) {
-  if (line.starts_with('-')) return;
-  if (isClosingTitle(line)) {
-    ++section_;
-    return;
-  }
-  const std::optional<RamRow> row = RamRow::split(line);
-  if (!row || !row->isBlockRam()) return;
-  for (const KernelRecord* kernel : paths.kernelsIn(row->instanceName)) {
-    addBram(*kernel, row->instanceName);
   }
 }
 

@@ -4,15 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string_view>
 
 namespace consolidator {
 
-class InstancePathIndex;
-
-/// Reader of the RAM utilization report of synthesis. It looks in two of the report's sections for
-/// the block RAMs inside known kernel instances:
+/// Reader of the RAM utilization report of synthesis. Two of the report's sections have a table of
+/// block RAMs, named by their places in the hierarchy of instances:
 ///
 ///     8. Block Ram / URAM Memory Power - Instantiated
 ///     3. Memory Utilization - Inferred
@@ -27,10 +24,7 @@ class RAMFile : public InputFile {
   /// The greatest length of a line in bytes. Longer ones are passed over.
   static constexpr std::size_t lineBound = 2047;
 
-  /// Takes a kernel and the untrimmed name of a block RAM inside one of its instances.
-  using BramSink = std::function<void(const KernelRecord& kernel, std::string_view bramName)>;
-
-  /// The known kernels are read only; they must outlive the reader and keep their instance paths.
+  /// The known kernels are read only; they must outlive the reader.
   RAMFile(const char* fileName, const KernelList& knownKernels)
       : InputFile(fileName), knownKernels_(knownKernels) {}
 
@@ -38,22 +32,27 @@ class RAMFile : public InputFile {
   RAMFile(const char* fileName, std::string_view text, const KernelList& knownKernels)
       : InputFile(fileName, text), knownKernels_(knownKernels) {}
 
-  /// Reads the whole report. What is found is dropped: neither the known kernels nor kernels()
-  /// change. Returns false only when the reader is not valid.
+  /// Reads the whole report, which changes neither the known kernels nor kernels(). Returns false
+  /// only when the reader is not valid.
   bool parse() override;
 
-  /// Reads the whole report and hands over each block RAM row for row; within a row kernel for
-  /// kernel, and once for each instance path of the kernel that the name contains.
-  void readBrams(const BramSink& addBram);
+  /// The kernels whose block RAMs the report may list.
+  const KernelList& knownKernels() const { return knownKernels_; }
+
+  /// Where in the report the reader is: 3 or 6 inside the section of that number, 4 or 7 after it,
+  /// 0 before the first one.
+  std::uint32_t section() const { return section_; }
+
+  /// Whether the title with the number 8 was read.
+  bool powerSeen() const { return powerSeen_; }
 
  private:
+  void readLine(std::string_view line);
   void readTitle(std::string_view line);
-  void readSectionLine(std::string_view line, InstancePathIndex& paths, const BramSink& addBram);
-  bool isInSection() const;
 
   const KernelList& knownKernels_;
-  std::uint32_t section_ = 0;  // number of the title read last that counted
-  bool powerSeen_ = false;     // whether the title with the number 8 was read
+  std::uint32_t section_ = 0;
+  bool powerSeen_ = false;
 };
 
 }  // namespace consolidator

@@ -302,12 +302,14 @@ void addRamReportCases(std::vector<GrowthCase>& cases) {
       return joined(size, [&](std::size_t i) { return "|/top/" + shape.key(i) + "|RAMB36E2|\n"; });
     };
     put("Rows" + shape.name, rows, oneKernel);
-    // Each row tells of each path that it contains, so that rows and paths must not both be many.
-    put(
-        "Paths" + shape.name, [rows](auto) { return rows(100); },
-        [shape](std::size_t size) {
-          return stored(1, registerRecord("k", keys(shape, size, "/top/"), {}));
-        });
+    put("Paths" + shape.name, rows, [shape](std::size_t size) {
+      return stored(1, registerRecord("k", keys(shape, size, "/top/"), {}));
+    });
+    put("Kernels" + shape.name, rows, [shape](std::size_t size) {
+      return stored(size, joined(size, [&](std::size_t i) {
+                      return registerRecord("k" + number(i), {"/top", "/top/" + shape.key(i)}, {});
+                    }));
+    });
   }
   const auto repeat = [&](const std::string& name, const std::string& part) {
     put(

@@ -24,6 +24,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <ctime>
 #include <optional>
 #include <string>
@@ -145,25 +146,19 @@ TEST(DamagedInput, ALogicLocationFileReadsAsByAPlainStream) {
 
 TEST(DamagedInput, ARamReportReadsAsByAPlainStream) {
   const KernelList kernels = listOf(knownKernels());
-  const auto row = [](std::string_view kernel, std::string_view bram) {
-    return std::string(kernel).append(" has ").append(bram) + "\n";
+  const auto end = [](std::uint32_t section, bool powerSeen) {
+    return std::to_string(section) + (powerSeen ? " after the power title" : "");
   };
   compareDamaged(
       ramReportSample,
       [&](std::string_view text) {
-        std::string rows;
         RAMFile reader("in", text, kernels);
-        reader.readBrams([&](const KernelRecord& kernel, std::string_view bram) {
-          rows += row(kernel.name, bram);
-        });
-        return rows;
+        EXPECT_TRUE(reader.parse());
+        return end(reader.section(), reader.powerSeen());
       },
       [&](const std::string& text) {
-        std::string rows;
-        for (const auto& [kernel, bram] : PlainRamReportReader(text, kernels).read()) {
-          rows += row(kernel, bram);
-        }
-        return rows;
+        const PlainRamReport report(text);
+        return end(report.section, report.powerSeen);
       });
 }
 
