@@ -1,9 +1,9 @@
 #pragma once
 
 #include "model/KernelRecord.h"
-#include "readers/InstanceSearch.h"
 #include "readers/NumbersByText.h"
 #include "readers/TextFilter.h"
+#include "readers/TextSearch.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -42,7 +42,7 @@ class RegisterIndex {
   NumbersByText registers_;  // noted with the positions of their kernels
   TextFilter filter_;        // of the registers
   NumbersByText paths_;      // noted with the positions of their kernels
-  InstanceSearch pathSearch_;
+  TextSearch pathSearch_;
   std::string hardwareName_;  // of the last search
   std::vector<std::uint32_t> matches_;
 };

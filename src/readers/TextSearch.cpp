@@ -85,16 +85,17 @@ void TextSearch::addChildren(State state, Patterns patterns, std::size_t length,
   }
 }
 
-TextSearch::State TextSearch::search(State state, std::string_view piece,
-                                     std::vector<std::uint32_t>& found) {
+const std::vector<std::uint32_t>& TextSearch::findIn(std::string_view text) {
   ++searchNumber_;
-  addMatches(start, found);
-  for (const char c : piece) {
+  found_.clear();
+  State state = start;
+  addMatches(state);
+  for (const char c : text) {
     if (state == start && !startsPattern_[static_cast<unsigned char>(c)]) continue;
     state = next(state, c);
-    addMatches(state, found);
+    addMatches(state);
   }
-  return state;
+  return found_;
 }
 
 // Returns the start, which is nobody's child, when there is none.
@@ -118,11 +119,11 @@ inline TextSearch::State TextSearch::next(State state, char c) const {
 
 // Once a search found a pattern, it found all its suffixes, so it may end there: a search takes no
 // longer for finding the same patterns many times.
-inline void TextSearch::addMatches(State state, std::vector<std::uint32_t>& found) {
+inline void TextSearch::addMatches(State state) {
   std::uint32_t match = nodes_[state].longestMatch;
   while (match != none && foundBy_[match] != searchNumber_) {
     foundBy_[match] = searchNumber_;
-    found.push_back(match);
+    found_.push_back(match);
     match = nextMatch_[match];
   }
 }

@@ -10,7 +10,7 @@
 namespace consolidator {
 
 /// Finds which of many patterns occur in a text, in one pass over the text however many patterns
-/// there are (the Aho-Corasick automaton). A text may be searched in pieces.
+/// there are (the Aho-Corasick automaton).
 ///
 /// The states are the prefixes of the patterns, numbered by length, so that the children of a state
 /// (its prefix and one character more) are numbered in a row and need no table: a state takes 13
@@ -18,23 +18,22 @@ namespace consolidator {
 /// for a thousand of them and then waits for memory.
 class TextSearch {
  public:
-  /// What a search remembers of the text so far: the longest prefix of a pattern that it ends in.
-  using State = std::uint32_t;
-
-  static constexpr State start = 0;
-
   using Patterns = std::span<const std::string_view>;
 
   /// The patterns must differ from one another; together they must be shorter than 4 GiB. They are
   /// not referred to later.
   explicit TextSearch(Patterns patterns);
 
-  /// Continues a search with a piece of text. Appends the positions (in the constructor's list) of
-  /// the patterns that end in this piece, each once, in no particular order; the empty pattern ends
-  /// in every piece. Returns the state after the piece.
-  State search(State state, std::string_view piece, std::vector<std::uint32_t>& found);
+  /// Returns the positions (in the constructor's list) of the patterns that occur in the text, each
+  /// once, in no particular order; the empty pattern occurs in every text. The result holds until
+  /// the next call.
+  const std::vector<std::uint32_t>& findIn(std::string_view text);
 
  private:
+  // What a search remembers of the text so far: the longest prefix of a pattern that it ends in.
+  using State = std::uint32_t;
+
+  static constexpr State start = 0;
   static constexpr std::uint32_t none = static_cast<std::uint32_t>(-1);
 
   struct Node {
@@ -49,7 +48,7 @@ class TextSearch {
                    std::vector<Patterns>& longer);
   State child(State state, char c) const;
   State next(State state, char c) const;
-  void addMatches(State state, std::vector<std::uint32_t>& found);
+  void addMatches(State state);
 
   std::vector<Node> nodes_;
   std::vector<char> lastCharacters_;      // of the states
@@ -57,6 +56,7 @@ class TextSearch {
   std::array<bool, 256> startsPattern_{};
   std::vector<std::uint64_t> foundBy_;  // for each pattern the number of the last search to find it
   std::uint64_t searchNumber_ = 0;
+  std::vector<std::uint32_t> found_;
 };
 
 }  // namespace consolidator

@@ -20,11 +20,7 @@ Positions sorted(Positions positions) {
   return positions;
 }
 
-Positions find(TextSearch& search, std::string_view text) {
-  Positions found;
-  search.search(TextSearch::start, text, found);
-  return sorted(found);
-}
+Positions find(TextSearch& search, std::string_view text) { return sorted(search.findIn(text)); }
 
 Positions find(const std::vector<std::string_view>& patterns, std::string_view text) {
   TextSearch search(patterns);
@@ -69,18 +65,6 @@ TEST(TextSearch, NothingOccursWhereThereAreNoPatterns) { EXPECT_EQ(find({}, "abc
 TEST(TextSearch, TakesEveryByte) {
   using namespace std::string_view_literals;
   EXPECT_EQ(find({"\0"sv, "\xFF\0"sv, "\x80"sv}, "a\xFF\0"sv), (Positions{0, 1}));
-}
-
-TEST(TextSearch, ATextMayComeInPieces) {
-  const std::vector<std::string_view> patterns{"/top/u0", "u0/acc", "acc"};
-  TextSearch search(patterns);
-  Positions found;
-  const TextSearch::State state = search.search(TextSearch::start, "/to", found);
-  EXPECT_EQ(found, Positions());
-  const TextSearch::State later = search.search(state, "p/u0/", found);
-  EXPECT_EQ(found, (Positions{0}));
-  search.search(later, "acc", found);
-  EXPECT_EQ(sorted(found), (Positions{0, 1, 2}));
 }
 
 // So many bytes of patterns take 13 bytes each, and building the search not much more.
