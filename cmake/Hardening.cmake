@@ -7,9 +7,6 @@ add_library(consolidator_hardening INTERFACE)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-# The libraries end up in programs only: -fPIE lets the optimiser inline what -fPIC must leave
-# replaceable by another shared object.
-set(CMAKE_CXX_COMPILE_OPTIONS_PIC ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
 
 if(CONSOLIDATOR_HARDENING AND NOT CONSOLIDATOR_SANITIZERS)
   target_compile_options(
