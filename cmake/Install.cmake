@@ -65,11 +65,12 @@ install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator
         PATTERN annotate EXCLUDE)
 install(PROGRAMS share/annotate DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator)
 
-# The executable holds code of Expat, whose licence goes with it.
+# An executable that holds Expat comes with its licence.
 set(EXPAT_NOTICE "")
 set(expatCopyright /usr/share/doc/libexpat1-dev/copyright)
-if(EXPAT_LIBRARY MATCHES "\\.a$" AND EXISTS ${expatCopyright})
-  file(READ ${expatCopyright} EXPAT_NOTICE)
+if(CONSOLIDATOR_STATIC_EXPAT AND EXISTS ${expatCopyright})
+  file(READ ${expatCopyright} terms)
+  set(EXPAT_NOTICE "\nIt holds Expat, too, whose terms follow.\n\n${terms}")
 endif()
 configure_file(packaging/copyright.in ${PROJECT_BINARY_DIR}/install/copyright @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/install/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -5,6 +5,8 @@ add_library(consolidator_build_settings INTERFACE)
 target_link_libraries(
   consolidator_build_settings INTERFACE consolidator_warnings consolidator_hardening
                                         consolidator_sanitizers consolidator_coverage)
+# What a program does not use can be left out of it.
+target_compile_options(consolidator_build_settings INTERFACE -ffunction-sections -fdata-sections)
 
 # consolidator_build_for_programs(<library>)
 #
