@@ -1,9 +1,11 @@
-# Where everything goes on an installed system: the folders that Debian's policy and the shells name,
-# below the prefix. The modes do not depend on the umask of who installs.
+# Where the tool and all that belongs to it go on an installed system: the folders that Debian's
+# policy and the shells name, below the prefix. Modes do not depend on who builds, and those of files
+# not on who installs. All of it is the component "consolidator": Packaging.cmake makes a package of it.
 
 include(GNUInstallDirs)
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME consolidator)
 
 install(TARGETS consolidator)
 
