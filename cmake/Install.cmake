@@ -9,6 +9,15 @@ set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME consolidator)
 
 install(TARGETS consolidator)
 
+# For find_package(consolidator) in builds that call the tool.
+include(CMakePackageConfigHelpers)
+write_basic_package_version_file(
+  ${PROJECT_BINARY_DIR}/install/consolidator-config-version.cmake
+  COMPATIBILITY SameMinorVersion ARCH_INDEPENDENT)
+install(FILES cmake/package/consolidator-config.cmake
+              ${PROJECT_BINARY_DIR}/install/consolidator-config-version.cmake
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/cmake/consolidator)
+
 # consolidator_compress(<file> <result>)
 #
 # Makes <result>.gz from a file of this project, in which "@PROJECT_VERSION@" is replaced. It holds
@@ -35,8 +44,15 @@ endforeach()
 
 install(FILES completions/consolidator.bash
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME consolidator)
-install(FILES completions/_consolidator
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+# Debian's zsh looks for completions of packages elsewhere than for those below /usr/local. Which of
+# the two this is can change until it is installed.
+install(
+  CODE "set(folder site-functions)
+if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
+  set(folder vendor-completions)
+endif()
+file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_consolidator\" TYPE FILE
+     DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${folder}\")")
 install(FILES completions/consolidator.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 

@@ -1,22 +1,39 @@
-# Lets a build with CMake call consolidator, one stage after the other. See CMakeLists.txt beside it.
+# Lets a build with CMake call consolidator, one stage after the other:
+#   find_package(consolidator REQUIRED)
+# finds the executable as CONSOLIDATOR_EXECUTABLE, which may also be set before, to an absolute path
+# or a target, and gives the two functions below.
 #
 # consolidator truncates the file that it adds to. So a stage works on a copy of what the stage
 # before left, under a name that nothing depends on, and gives it its own name in the end. Whatever
 # cuts a stage off, all files with their own names are whole, and the next build starts from them.
 
-find_program(CONSOLIDATOR_EXECUTABLE consolidator REQUIRED)
+cmake_policy(VERSION 3.20)
+
+# Below the prefix of this file, or on the path.
+find_program(CONSOLIDATOR_EXECUTABLE consolidator HINTS ${CMAKE_CURRENT_LIST_DIR}/../../../bin)
+if(NOT CONSOLIDATOR_EXECUTABLE)
+  set(consolidator_FOUND FALSE)
+  set(consolidator_NOT_FOUND_MESSAGE "There is no executable; set CONSOLIDATOR_EXECUTABLE.")
+  return()
+endif()
 
 # consolidator_add_stage(<file> [AFTER <file>] [PROJECT <name>] [DWARF <file>]
 #                        [HIERARCHY <file>...] [KERNEL <file>...] [HLS <file>...] [AUX <file>...]
 #                        [LL <file>...] [RAM <file>...])
 #
-# A rule that makes a consolidated file of the inputs, added to those of the stage that left the
-# file AFTER. The consolidated files are in the current binary folder, inputs with a relative path
-# in the current source folder.
+# A rule that makes a consolidated file of the inputs, of which there must be one, added to those of
+# the stage that left the file AFTER. The consolidated files are in the current binary folder, inputs
+# with a relative path in the current source folder.
 function(consolidator_add_stage file)
   set(kinds DWARF HIERARCHY KERNEL HLS AUX LL RAM)
   set(switches -d -h -k -s -x -l -r)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "AFTER;PROJECT;DWARF" "HIERARCHY;KERNEL;HLS;AUX;LL;RAM")
+  if(arg_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "unknown arguments for ${file}: ${arg_UNPARSED_ARGUMENTS}")
+  endif()
+  if(arg_KEYWORDS_MISSING_VALUES)
+    message(FATAL_ERROR "no values for ${file}: ${arg_KEYWORDS_MISSING_VALUES}")
+  endif()
   set(options "")
   set(inputs "")
   foreach(kind switch IN ZIP_LISTS kinds switches)
@@ -26,6 +43,9 @@ function(consolidator_add_stage file)
       list(APPEND inputs ${input})
     endforeach()
   endforeach()
+  if(NOT inputs)
+    message(FATAL_ERROR "no inputs for ${file}")
+  endif()
   if(arg_PROJECT)
     list(APPEND options -p ${arg_PROJECT})
   endif()
@@ -39,7 +59,7 @@ function(consolidator_add_stage file)
     ${start}
     COMMAND ${CONSOLIDATOR_EXECUTABLE} -f ${part} ${options}
     COMMAND ${CMAKE_COMMAND} -E rename ${part} ${file}
-    DEPENDS ${arg_AFTER} ${inputs}
+    DEPENDS ${CONSOLIDATOR_EXECUTABLE} ${arg_AFTER} ${inputs}
     VERBATIM)
 endfunction()
 
@@ -47,10 +67,16 @@ endfunction()
 #
 # A rule that dumps a section.
 function(consolidator_add_dump file section from)
+  if(ARGC GREATER 3)
+    message(FATAL_ERROR "unknown arguments for ${file}: ${ARGN}")
+  endif()
+  if(NOT section MATCHES "^(json|dwarf)$")
+    message(FATAL_ERROR "unknown section for ${file}: ${section}")
+  endif()
   add_custom_command(
     OUTPUT ${file}
     COMMAND ${CONSOLIDATOR_EXECUTABLE} -f ${from} --dump-${section} ${file}.part
     COMMAND ${CMAKE_COMMAND} -E rename ${file}.part ${file}
-    DEPENDS ${from}
+    DEPENDS ${CONSOLIDATOR_EXECUTABLE} ${from}
     VERBATIM)
 endfunction()
