@@ -4,6 +4,7 @@
 #include "consolidated/ConsolidatedFile.h"
 #include "consolidated/Samples.h"
 #include "support/AllocationGauge.h"
+#include "support/FullContainer.h"
 #include "support/MemoryFile.h"
 #include "support/PlainContainer.h"
 
@@ -14,31 +15,6 @@
 
 namespace consolidator {
 namespace {
-
-// Two kernels that use every field of a record.
-std::string fullRecords() {
-  const std::string variable = text("a") + text("a_r") + text("int*") + u32(2) + u32(2) + u32(1) +
-                               u32(2) + u32(3) + u32(4) + u32(0);
-  const std::string bare = text("x") + text("") + text("char") + u32(0);
-  const std::string hardware = text("reg") + u32(2) + u32(5) + u32(6) + u32(7) + u32(8);
-  const std::string conditions = u32(3) + u32(0) + text("(x == 1)") + u32(1) +
-                                 text("(1'b1 == 1'b1)") + u32(2) + text("y & z") + u32(42) +
-                                 text("k.c");
-  return u32(2) + kernelRecord("first", 4, {"/top/first_1", "/top/first_2"}) + text("second") +
-         u32(1) + text("/top/second") + u32(0) + u32(2) + variable + bare + u32(1) + variable +
-         u32(1) + hardware + conditions + u32(2) + text("bram") + text("bram");
-}
-
-std::string fullContainer() {
-  return container({{SectionKind::ProjectName, "proj"},
-                    {SectionKind::Dwarf, "\177ELF with more"},
-                    {SectionKind::Json, "as it was rendered"},
-                    {SectionKind::KernelRecords, fullRecords()},
-                    {SectionKind::ProjectName, "name"}});
-}
-
-// Header and table, where the five sections are described.
-constexpr std::size_t tableEnd = 16 + 5 * 24;
 
 class ConsolidatedFileDamageTest : public testing::Test {
  protected:
@@ -139,7 +115,7 @@ TEST_F(ConsolidatedFileDamageTest, EveryNumberSetToItsLimits) {
 // What is left of the file behind the beginning of a section, and one byte more.
 TEST_F(ConsolidatedFileDamageTest, EverySizeAndOffsetOfTheTableSetToTheRestOfTheFile) {
   const auto size = static_cast<std::uint32_t>(intact_.size());
-  for (std::size_t at = 16; at < tableEnd; at += 24) {
+  for (std::size_t at = 16; at < fullContainerTableEnd; at += 24) {
     const auto offset = static_cast<std::uint32_t>(numberAt(intact_, at + 8, 8));
     const auto length = static_cast<std::uint32_t>(numberAt(intact_, at + 16, 4));
     for (const std::uint32_t beyond : {0U, 1U}) {
@@ -158,7 +134,7 @@ TEST_F(ConsolidatedFileDamageTest, EverySizeAndOffsetOfTheTableSetToTheRestOfThe
 }
 
 TEST_F(ConsolidatedFileDamageTest, EveryEntryOfEveryKind) {
-  for (std::size_t at = 16; at < tableEnd; at += 24) {
+  for (std::size_t at = 16; at < fullContainerTableEnd; at += 24) {
     for (const std::uint32_t kind : {0U, 1U, 2U, 3U, 4U, 7U, 0xFFFFFFFFU}) {
       SCOPED_TRACE(testing::Message() << "entry at " << at << " of kind " << kind);
       std::string damaged = intact_;
