@@ -29,8 +29,9 @@ struct Fault {
 
   /// Where, in bytes from the start of the file: of `ShortTable` the first entry that is not whole;
   /// of `UnknownKind`, `NegativeOffset` and `SectionOutside` the table entry; of `RecordsShort` the
-  /// innermost count or length that is stored and asks for more than there is (where not even the
-  /// number of kernels is there, its place). 0 for the others.
+  /// count or length that asks for more than there is: one for which even the shortest elements
+  /// would not fit, else the innermost one around the place where bytes are missing. Where not even
+  /// the number of kernels is there, its place. 0 for the others.
   std::uint64_t offset = 0;
 
   /// The system's error number (`errno`) of `CannotOpen` and `CannotRead`; 0 for the others.

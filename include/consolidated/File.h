@@ -109,7 +109,7 @@ class File {
 
   File(std::string_view bytes, Owner owner) noexcept : bytes_(bytes), owner_(owner) {}
 
-  void release() noexcept;
+  Kernels kernelsBetween(std::uint32_t first, std::uint32_t end) const noexcept;
 
   std::string_view bytes_;
   Owner owner_ = Owner::Caller;

@@ -22,7 +22,7 @@ enum class Belonging {
   None,      ///< it does not
   Doubtful,  ///< it bears the variable's name, and the instance path is a part of its own, but
              ///< maybe by chance, as "/t/k_1" is one of "/t/k_10/i_r"
-  Certain,  ///< the instance path ends in it where a name ends
+  Certain,   ///< the instance path ends in it where a name ends
 };
 
 /// Whether a hardware variable holds a variable (or argument) in the instance of that path; all

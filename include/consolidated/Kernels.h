@@ -58,7 +58,13 @@ class KernelIterator {
   }
 
  private:
+  friend class File;
   friend class Kernels;
+
+  void visit(const Section& section) noexcept;
+  void startRecords(std::uint32_t offset) noexcept;
+  void readKernel() noexcept;
+  void stop(FaultCode code, std::uint64_t offset) noexcept;
 
   std::string_view bytes_;
   Sections sections_;
