@@ -105,8 +105,9 @@ class List<T>::Iterator {
 
   detail::Arrow<T> operator->() const noexcept { return {element_}; }
 
+  /// Stays where it is at the end, which may come early when bytes change.
   Iterator& operator++() noexcept {
-    --left_;
+    if (left_ > 0) --left_;
     readElement();
     return *this;
   }

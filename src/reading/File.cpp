@@ -128,7 +128,8 @@ Kernels File::kernels() const noexcept {
 }
 
 Kernels File::kernels(const Section& section) const noexcept {
-  const bool holdsKernels = section.kind == SectionKind::KernelRecords;
+  const bool holdsKernels =
+      section.kind == SectionKind::KernelRecords && section.index < sections().size();
   return kernelsBetween(section.index, section.index + (holdsKernels ? 1 : 0));
 }
 
