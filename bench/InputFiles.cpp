@@ -80,10 +80,10 @@ void writeHierarchyFileOfSize(const std::string& path, std::uint64_t size) {
                  [&](std::uint32_t /*kernels*/, std::uint64_t bytes) { return bytes >= size; });
 }
 
-void writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes) {
+std::uint32_t writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes) {
   const StdioFile file = openStdioFile(path, "w");
-  if (!file) return;
   std::uint32_t kernelCount = 0;
+  if (!file) return kernelCount;
   // Once more at the end, when it is known what to write.
   writeStart(file.get(), 0, kernelCount);
   ByteWriter out(file.get());
@@ -96,6 +96,7 @@ void writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes) {
   std::rewind(file.get());
   writeStart(file.get(), static_cast<std::uint32_t>(sizeof kernelCount + out.accepted()),
              kernelCount);
+  return kernelCount;
 }
 
 }  // namespace consolidator

@@ -20,7 +20,8 @@ void writeHierarchyFile(const std::string& path, std::uint32_t kernelCount,
 void writeHierarchyFileOfSize(const std::string& path, std::uint64_t size);
 
 /// Writes a consolidated file that holds nothing but kernel records, in a section of at least
-/// `recordBytes` bytes.
-void writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes);
+/// `recordBytes` bytes. Returns how many there are: those that makeKernel() makes for the numbers
+/// from 0 on.
+std::uint32_t writeConsolidatedFile(const std::string& path, std::uint64_t recordBytes);
 
 }  // namespace consolidator

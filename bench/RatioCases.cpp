@@ -3,6 +3,7 @@
 #include "InputFiles.h"
 #include "LogicLocationCases.h"
 #include "ReaderCases.h"
+#include "ReadingCases.h"
 #include "consolidated/FileHeader.h"
 #include "consolidated/SectionEntry.h"
 
@@ -204,7 +205,8 @@ std::optional<ProcessCost> Workbench::runTool(std::vector<std::string> arguments
 
 std::vector<RatioCase> ratioCases() {
   std::vector<RatioCase> all(cases.begin(), cases.end());
-  for (const std::span<const RatioCase> more : {readerCases(), logicLocationCases()}) {
+  for (const std::span<const RatioCase> more :
+       {readerCases(), logicLocationCases(), readingCases()}) {
     all.insert(all.end(), more.begin(), more.end());
   }
   return all;
