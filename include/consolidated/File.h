@@ -104,15 +104,12 @@ class File {
   bool complete() const noexcept { return !fault().has_value(); }
 
  private:
-  /// Whom the bytes belong to.
-  enum class Owner { Caller, Heap, Mapping };
-
-  File(std::string_view bytes, Owner owner) noexcept : bytes_(bytes), owner_(owner) {}
+  File(std::string_view bytes, bool isMapping) noexcept : bytes_(bytes), isMapping_(isMapping) {}
 
   Kernels kernelsBetween(std::uint32_t first, std::uint32_t end) const noexcept;
 
   std::string_view bytes_;
-  Owner owner_ = Owner::Caller;
+  bool isMapping_ = false;  // which this object is to unmap
 };
 
 }  // namespace consolidated

@@ -90,6 +90,7 @@ class Kernels {
 
   [[gnu::visibility("default")]] KernelIterator begin() const noexcept;
 
+  // NOLINTNEXTLINE(*-to-static): belongs to a range
   KernelIterator end() const noexcept { return {}; }
 
  private:

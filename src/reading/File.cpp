@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <utility>
 
 namespace consolidated {
@@ -53,33 +52,32 @@ Result<File> File::open(const char* path, Access access) noexcept {
 Result<File> File::fromDescriptor(int descriptor, Access access) noexcept {
   const std::string_view mapped = access == Access::Mapped ? mapFile(descriptor) : "";
   if (!mapped.empty()) {
-    File file(mapped, Owner::Mapping);
+    File file(mapped, true);
     if (const auto fault = headerFault(mapped)) return *fault;
     return file;
   }
   const Result<std::string_view> bytes = readFile(descriptor);
   if (!bytes) return bytes.fault();
-  return File(*bytes, Owner::Heap);
+  return File(*bytes, true);
 }
 
 Result<File> File::fromBytes(std::string_view bytes) noexcept {
   if (const auto fault = headerFault(bytes)) return *fault;
-  return File(bytes, Owner::Caller);
+  return File(bytes, false);
 }
 
 File::File(File&& other) noexcept
-    : bytes_(std::exchange(other.bytes_, {})), owner_(std::exchange(other.owner_, Owner::Caller)) {}
+    : bytes_(std::exchange(other.bytes_, {})), isMapping_(std::exchange(other.isMapping_, false)) {}
 
 File& File::operator=(File&& other) noexcept {
   std::swap(bytes_, other.bytes_);
-  std::swap(owner_, other.owner_);
+  std::swap(isMapping_, other.isMapping_);
   return *this;
 }
 
 File::~File() {
-  void* const bytes = const_cast<char*>(bytes_.data());
-  if (owner_ == Owner::Heap) std::free(bytes);
-  if (owner_ == Owner::Mapping) munmap(bytes, bytes_.size());
+  // NOLINTNEXTLINE(*-const-cast): what is unmapped is not written to
+  if (isMapping_) munmap(const_cast<char*>(bytes_.data()), bytes_.size());
 }
 
 std::int32_t File::majorVersion() const noexcept {

@@ -9,7 +9,6 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <utility>
 
@@ -19,26 +18,24 @@ namespace {
 
 constexpr std::uint32_t magic = 0xBEEFDAD4U;
 
-// Memory that grows as bytes arrive.
+// Memory that grows as bytes arrive. It is mapped, and so is never copied to grow.
 class GrowingBlock {
  public:
   GrowingBlock() = default;
   GrowingBlock(const GrowingBlock&) = delete;
   GrowingBlock& operator=(const GrowingBlock&) = delete;
 
-  ~GrowingBlock() { std::free(bytes_); }
+  ~GrowingBlock() {
+    if (capacity_ > 0) munmap(bytes_, capacity_);
+  }
 
   std::string_view view() const { return {bytes_, size_}; }
 
   // Makes room for at least one more byte.
   bool grow() {
     if (size_ < capacity_) return true;
-    const std::size_t wanted = capacity_ == 0 ? firstCapacity : 2 * capacity_;
-    void* const bytes = wanted > capacity_ ? std::realloc(bytes_, wanted) : nullptr;
-    if (bytes == nullptr) return false;
-    bytes_ = static_cast<char*>(bytes);
-    capacity_ = wanted;
-    return true;
+    constexpr std::size_t firstCapacity = std::size_t{64} * 1024;
+    return capacity_ == 0 ? map(firstCapacity) : remap(2 * capacity_);
   }
 
   // Reads into the room there is, as `read` does.
@@ -48,16 +45,29 @@ class GrowingBlock {
     return got;
   }
 
-  // Gives the bytes up, to be freed by the caller, without the room that is left.
+  // Gives the mapping of the bytes up, without the room that is left.
   std::string_view release() {
-    void* const fitting = std::realloc(bytes_, size_);
-    const std::string_view bytes(fitting != nullptr ? static_cast<char*>(fitting) : bytes_, size_);
-    bytes_ = nullptr;
-    return bytes;
+    remap(size_);
+    capacity_ = 0;
+    return view();
   }
 
  private:
-  static constexpr std::size_t firstCapacity = std::size_t{64} * 1024;
+  bool map(std::size_t capacity) {
+    constexpr int access = PROT_READ | PROT_WRITE;
+    return hold(mmap(nullptr, capacity, access, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0), capacity);
+  }
+
+  bool remap(std::size_t capacity) {
+    return hold(mremap(bytes_, capacity_, capacity, MREMAP_MAYMOVE), capacity);
+  }
+
+  bool hold(void* bytes, std::size_t capacity) {
+    if (bytes == MAP_FAILED) return false;
+    bytes_ = static_cast<char*>(bytes);
+    capacity_ = capacity;
+    return true;
+  }
 
   char* bytes_ = nullptr;
   std::size_t size_ = 0;

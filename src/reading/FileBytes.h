@@ -15,11 +15,11 @@ inline constexpr std::size_t headerSize = 16;
 std::optional<Fault> headerFault(std::string_view bytes) noexcept;
 
 /// Maps all of a regular file whose descriptor stands at its start; null data when that cannot be
-/// done.
+/// done. To be unmapped by the caller.
 std::string_view mapFile(int descriptor) noexcept;
 
-/// Reads what a descriptor has from its position on into memory from `malloc`. Gives up as soon as
-/// the header is seen to be wrong, since a device may never end.
+/// Reads what a descriptor has from its position on into memory that the caller is to unmap. Gives
+/// up as soon as the header is seen to be wrong, since a device may never end.
 Result<std::string_view> readFile(int descriptor) noexcept;
 
 }  // namespace consolidated
