@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <iostream>
-#include <limits>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -23,23 +22,6 @@
 namespace consolidator {
 
 namespace {
-
-// Copies bytes from one position to the other, a few at a time: they stay in the processor's cache
-// in between, and a section of any size takes no memory. Returns how many there were to copy.
-std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size) {
-  constexpr std::size_t blockSize = std::size_t{256} * 1024;
-  const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
-  std::uint32_t copied = 0;
-  bool isTaken = true;
-  while (copied < size) {
-    const std::size_t wanted = std::min<std::size_t>(blockSize, size - copied);
-    const std::size_t got = std::fread(block.get(), 1, wanted, from);
-    isTaken = isTaken && std::fwrite(block.get(), 1, got, to) == got;
-    copied += static_cast<std::uint32_t>(got);
-    if (got < wanted) break;
-  }
-  return copied;
-}
 
 // Reads the number of records at the stream's position and calls `readRecord(in)` for each of them
 // as long as it returns true; the result is the last one.
@@ -69,14 +51,6 @@ class RecordSkipper {
   std::set<long> wholeLists_;  // where they start
 };
 
-// Reads a block of bytes; none when fewer are left, which is found without asking for memory.
-std::optional<ByteBlock> readBlock(ByteReader in, std::uint64_t size) {
-  if (in.remaining() < size) return std::nullopt;
-  ByteBlock block(size);
-  if (!in.readBytes(block.data(), block.size())) return std::nullopt;
-  return block;
-}
-
 void writeBytes(std::FILE* stream, std::string_view bytes) {
   ByteWriter out(stream);
   out.write(bytes);
@@ -98,9 +72,7 @@ bool ConsolidatedFile::readExisting(const std::string& path) {
   SectionVisit visit(in.get(), [this](std::FILE* records) { return readKernelRecords(records); });
   const bool isWhole = visit.visit(table_);
   if (auto name = visit.readProjectName()) projectName_ = std::move(*name);
-  if (visit.dwarf() && visit.dwarf()->seek(in.get())) {
-    dwarf_ = readBlock(ByteReader(in.get()), visit.dwarf()->size);
-  }
+  if (visit.dwarf()) dwarf_.readSection(in.get(), *visit.dwarf());
   return isWhole;
 }
 
@@ -156,13 +128,8 @@ void ConsolidatedFile::setProject(const std::string& name) {
 }
 
 void ConsolidatedFile::addDwarf(const std::string& path) {
-  constexpr std::uint64_t largestSize = std::numeric_limits<std::int32_t>::max();
   if (hasSection(SectionKind::Dwarf)) return;
-  StdioFile in = openStdioFile(path, "r");
-  const std::uint64_t size = ByteReader(in.get()).remaining();
-  if (size == 0 || size > largestSize || !holdsBytes(in.get(), size)) return;
-  dwarfFile_ = std::move(in);
-  table_.push_back({SectionKind::Dwarf, 0, static_cast<std::uint32_t>(size)});
+  if (const auto size = dwarf_.openFile(path)) table_.push_back({SectionKind::Dwarf, 0, *size});
 }
 
 void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath) {
@@ -243,7 +210,7 @@ void ConsolidatedFile::writeSection(SectionEntry& entry) {
       entry.size = writeProjectName();
       break;
     case SectionKind::Dwarf:
-      writeDwarf(entry);
+      entry.size = dwarf_.write(stream_.get(), entry.size);
       break;
     case SectionKind::KernelRecords:
       entry.size = writeKernelRecords();
@@ -253,18 +220,6 @@ void ConsolidatedFile::writeSection(SectionEntry& entry) {
       break;
     default:
       break;
-  }
-}
-
-// The size stays as it was recorded, however much the stream takes; only a DWARF file that shrank
-// since then gives less. A foreign file may hold several entries of other sizes than that of the
-// bytes held.
-void ConsolidatedFile::writeDwarf(SectionEntry& entry) {
-  if (dwarfFile_) {
-    if (std::fseek(dwarfFile_.get(), 0, SEEK_SET) != 0) return;
-    entry.size = copyBytes(dwarfFile_.get(), stream_.get(), entry.size);
-  } else if (dwarf_) {
-    writeBytes(stream_.get(), dwarf_->view().substr(0, entry.size));
   }
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "consolidated/ByteBlock.h"
+#include "consolidated/DwarfSource.h"
 #include "consolidated/FileHeader.h"
 #include "consolidated/SectionEntry.h"
 #include "consolidated/StdioFile.h"
 #include "model/KernelRecord.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,8 +59,7 @@ class ConsolidatedFile {
   void setProject(const std::string& name);
 
   /// Adds the DWARF file at `path` unless a DWARF section is present. A file that cannot be read,
-  /// is empty, or has 2 GiB or more adds nothing. The file is held open and copied by save(), since
-  /// it may be large: holding its bytes in memory would double the time that it takes.
+  /// is empty, or has 2 GiB or more adds nothing. Its bytes are copied by save().
   void addDwarf(const std::string& path);
 
   /// Writes the stored bytes of the first section of that kind to the file at `outPath`, which is
@@ -109,7 +107,6 @@ class ConsolidatedFile {
   bool readTable(std::FILE* in);
   bool hasSection(SectionKind kind) const;
   const SectionEntry* findSection(SectionKind kind) const;
-  void writeDwarf(SectionEntry& entry);
   std::uint32_t writeProjectName();
   std::uint32_t writeKernelRecords();
   std::uint32_t writeJson();
@@ -118,8 +115,7 @@ class ConsolidatedFile {
   FileHeader header_;
   std::vector<SectionEntry> table_;
   std::string projectName_;
-  std::optional<ByteBlock> dwarf_;  // the bytes of a stored section
-  StdioFile dwarfFile_;             // copied from when the file is saved
+  DwarfSource dwarf_;
   KernelList kernels_;
 };
 

@@ -32,4 +32,8 @@ bool awaitBytes(std::FILE* stream);
 /// it: pseudo files may hold less than their size says. The position is another one then.
 bool holdsBytes(std::FILE* stream, std::uint64_t size);
 
+/// Copies so many bytes from one position to the other, which takes little memory however many they
+/// are. Returns how many there were to copy, whatever `to` took of them.
+std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size);
+
 }  // namespace consolidator

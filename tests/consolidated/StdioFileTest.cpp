@@ -6,9 +6,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <string>
 
 namespace consolidator {
 namespace {
@@ -80,6 +82,29 @@ TEST(StdioFile, HoldsNoBytesThatAFileOnlyClaims) {
   const StdioFile file = openStdioFile(pseudo, "r");
   if (!file || std::filesystem::file_size(pseudo) < 1000) GTEST_SKIP() << "no such file";
   EXPECT_FALSE(holdsBytes(file.get(), 1000));
+}
+
+TEST(StdioFile, CopiesBytesFromOnePositionToTheOther) {
+  std::string bytes;
+  for (int i = 0; i < 1'000'000; ++i) bytes += static_cast<char>(i * i >> 7U);
+  for (const std::uint32_t size : {0U, 1U, 256U * 1024, 256U * 1024 + 1, 900'000U}) {
+    const MemoryStream from(bytes);
+    const MemoryStream to("before");
+    std::fseek(from.get(), 100, SEEK_SET);
+    std::fseek(to.get(), 3, SEEK_SET);
+    EXPECT_EQ(copyBytes(from.get(), to.get(), size), size);
+    const std::string expected = "bef" + bytes.substr(100, size);
+    EXPECT_TRUE(to.bytes() == expected + std::string("before").substr(std::min(3 + size, 6U)))
+        << size;
+  }
+}
+
+TEST(StdioFile, CopiesWhatThereIsAndCountsItWhateverIsTaken) {
+  const MemoryStream from("bytes");
+  const StdioFile full = openStdioFile("/dev/full", "w");
+  ASSERT_NE(full, nullptr);
+  std::setvbuf(full.get(), nullptr, _IONBF, 0);
+  EXPECT_EQ(copyBytes(from.get(), full.get(), 9), 5U);
 }
 
 }  // namespace

@@ -5,10 +5,6 @@
 //   ALLOCATION_FAULT=12+       the twelfth request and all after it fail
 //   ALLOCATION_COUNT=<file>    the number of requests is written there in the end
 
-#include <sys/mman.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
@@ -83,11 +79,5 @@ void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
 int posix_memalign(void** memory, std::size_t alignment, std::size_t size) noexcept {
   *memory = isRefused() ? nullptr : __libc_memalign(alignment, size);
   return *memory == nullptr ? ENOMEM : 0;
-}
-
-void* mmap(void* address, std::size_t size, int protection, int flags, int file,
-           off_t offset) noexcept {
-  if (isRefused()) return MAP_FAILED;
-  return reinterpret_cast<void*>(syscall(SYS_mmap, address, size, protection, flags, file, offset));
 }
 }

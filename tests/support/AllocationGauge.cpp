@@ -3,10 +3,6 @@
 
 #include "AllocationGauge.h"
 
-#include <sys/mman.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
 #include <cstdlib>
 
 #if defined(__has_feature)
@@ -37,13 +33,6 @@ AllocationGauge::~AllocationGauge() { watching = nullptr; }
 }  // namespace consolidator
 
 extern "C" {
-
-void* mmap(void* address, std::size_t size, int protection, int flags, int file,
-           off_t offset) noexcept {
-  consolidator::note(size);
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how the kernel returns an address
-  return reinterpret_cast<void*>(syscall(SYS_mmap, address, size, protection, flags, file, offset));
-}
 
 #ifdef CONSOLIDATOR_SANITIZED_MEMORY
 

@@ -4,8 +4,7 @@
 
 namespace consolidator {
 
-/// Watches what memory is asked for while it lives, be it allocated or mapped. One at a time, in
-/// one thread.
+/// Watches what memory is asked for while it lives. One at a time, in one thread.
 class AllocationGauge {
  public:
   AllocationGauge();
