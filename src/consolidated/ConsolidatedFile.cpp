@@ -51,6 +51,13 @@ class RecordSkipper {
   std::set<long> wholeLists_;  // where they start
 };
 
+// Constructs a reader on the file, with what else it needs, and adds what it reads.
+template <typename Reader, typename... Known>
+void addFile(ConsolidatedFile& file, const std::string& path, const Known&... known) {
+  Reader reader(path.c_str(), known...);
+  file.addInput(reader);
+}
+
 void writeBytes(std::FILE* stream, std::string_view bytes) {
   ByteWriter out(stream);
   out.write(bytes);
@@ -147,25 +154,19 @@ void ConsolidatedFile::addInput(InputFile& reader) {
 }
 
 void ConsolidatedFile::addHierarchy(const std::string& path) {
-  HierarchyFile reader(path.c_str());
-  addInput(reader);
+  addFile<HierarchyFile>(*this, path);
 }
 
-void ConsolidatedFile::addKernelXml(const std::string& path) {
-  KernelFile reader(path.c_str());
-  addInput(reader);
-}
+void ConsolidatedFile::addKernelXml(const std::string& path) { addFile<KernelFile>(*this, path); }
 
-void ConsolidatedFile::addHls(const std::string& path) {
-  HLSFile reader(path.c_str());
-  addInput(reader);
-}
+void ConsolidatedFile::addHls(const std::string& path) { addFile<HLSFile>(*this, path); }
 
 void ConsolidatedFile::addAuxiliary(const std::string& path) {
-  AuxiliaryXMLFile reader(path.c_str());
-  addInput(reader);
+  addFile<AuxiliaryXMLFile>(*this, path);
 }
 
+// A file that cannot be opened merges the copies unchanged, deliberately. It shows where two stored
+// kernels have the same name: the first one takes what it lacks from the other.
 void ConsolidatedFile::addLogicLocations(const std::string& path) {
   LLFile reader(path.c_str());
   reader.setKernels(kernels_);
@@ -173,8 +174,7 @@ void ConsolidatedFile::addLogicLocations(const std::string& path) {
 }
 
 void ConsolidatedFile::addRamReport(const std::string& path) {
-  RAMFile reader(path.c_str(), kernels_);
-  addInput(reader);
+  addFile<RAMFile>(*this, path, kernels_);
 }
 
 void ConsolidatedFile::ensureSections() {
