@@ -32,9 +32,8 @@ std::vector<std::string_view> NumbersByText::texts() const {
   return texts;
 }
 
-NumbersByText::Numbers NumbersByText::find(std::string_view text) const {
-  const std::size_t position = positionOf(text, keyedHash(text));
-  return position == PositionIndex::none ? Numbers() : numbers(position);
+std::size_t NumbersByText::positionOf(std::string_view text) const {
+  return positionOf(text, keyedHash(text));
 }
 
 std::size_t NumbersByText::positionOf(std::string_view wanted, std::uint64_t hash) const {

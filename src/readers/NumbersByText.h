@@ -31,6 +31,9 @@ class NumbersByText {
   NumbersByText& operator=(const NumbersByText&) = delete;
   ~NumbersByText() = default;
 
+  /// Number of different notes.
+  std::size_t noteCount() const { return numbers_.size(); }
+
   /// Number of different texts.
   std::size_t size() const { return entries_.size() - 1; }
 
@@ -49,8 +52,8 @@ class NumbersByText {
     return Numbers(numbers_).subspan(start, entries_[position + 1].numbersStart - start);
   }
 
-  /// The numbers noted with this text; none if it was not noted.
-  Numbers find(std::string_view text) const;
+  /// The position of this text; PositionIndex::none if it was not noted.
+  std::size_t positionOf(std::string_view text) const;
 
  private:
   // Texts and numbers of an entry end where those of the next one start.

@@ -2,9 +2,7 @@
 
 #include "readers/FindLast.h"
 
-#include <algorithm>
 #include <string>
-#include <tuple>
 
 namespace consolidator {
 
@@ -30,14 +28,9 @@ NumbersByText indexPaths(const std::vector<KernelRecord>& kernels, std::size_t l
   return NumbersByText(notes);
 }
 
-// Appends what both lists hold. Many kernels may share a register or a path, seldom both.
-void appendCommon(NumbersByText::Numbers a, NumbersByText::Numbers b,
-                  std::vector<std::uint32_t>& common) {
-  const auto& [shorter, longer] = a.size() < b.size() ? std::tie(a, b) : std::tie(b, a);
-  for (const std::uint32_t kernel : shorter) {
-    if (std::binary_search(longer.begin(), longer.end(), kernel)) common.push_back(kernel);
-  }
-}
+// A line takes about as long as to look through so many numbers for each of its bytes that are in
+// the name.
+constexpr std::size_t cheapPerByte = 2048;
 
 }  // namespace
 
@@ -45,7 +38,8 @@ RegisterIndex::RegisterIndex(const std::vector<KernelRecord>& kernels, std::size
     : registers_(indexRegisters(kernels)),
       filter_(registers_.size()),
       paths_(indexPaths(kernels, longestName)),
-      pathSearch_(paths_.texts()) {
+      pathSearch_(paths_.texts()),
+      common_(registers_, paths_, kernels.size()) {
   for (std::size_t i = 0; i < registers_.size(); ++i) filter_.add(registers_.text(i));
 }
 
@@ -60,15 +54,11 @@ RegisterIndex::Found RegisterIndex::find(std::string_view hierarchicalName) {
 }
 
 void RegisterIndex::searchKernels() {
-  const std::string_view name = hardwareName_;
   matches_.clear();
-  const NumbersByText::Numbers owners = registers_.find(name.substr(findLast(name, '/') + 1));
-  if (owners.empty()) return;
-  for (const std::uint32_t path : pathSearch_.findIn(name)) {
-    appendCommon(owners, paths_.numbers(path), matches_);
-  }
-  std::sort(matches_.begin(), matches_.end());
-  matches_.erase(std::unique(matches_.begin(), matches_.end()), matches_.end());
+  const std::string_view name = hardwareName_;
+  const std::size_t position = registers_.positionOf(name.substr(findLast(name, '/') + 1));
+  if (position == PositionIndex::none) return;
+  common_.find(position, pathSearch_.findIn(name), cheapPerByte * name.size(), matches_);
 }
 
 }  // namespace consolidator

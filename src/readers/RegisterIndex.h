@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/KernelRecord.h"
+#include "readers/CommonNumbers.h"
 #include "readers/NumbersByText.h"
 #include "readers/TextFilter.h"
 #include "readers/TextSearch.h"
@@ -14,7 +15,8 @@
 namespace consolidator {
 
 /// Finds the kernels that a register of the design belongs to, in a time that depends on its name
-/// and on what is found, not on the number of kernels, instances and registers.
+/// and on what is found, not on the number of kernels, instances and registers; as long as not many
+/// paths and registers are shared by many kernels each.
 class RegisterIndex {
  public:
   /// The instance paths, arguments and variables of the kernels must stay as they are. No name that
@@ -43,6 +45,7 @@ class RegisterIndex {
   TextFilter filter_;        // of the registers
   NumbersByText paths_;      // noted with the positions of their kernels
   TextSearch pathSearch_;
+  CommonNumbers common_;
   std::string hardwareName_;  // of the last search
   std::vector<std::uint32_t> matches_;
 };

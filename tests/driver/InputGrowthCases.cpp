@@ -287,6 +287,37 @@ void addLogicLocationCases(std::vector<GrowthCase>& cases) {
       "LongWhiteSpace", [](std::size_t size) { return longText(size, ' '); }, oneRegister);
 }
 
+// Half of the kernels have the path that all nets contain, the others the registers.
+std::string kernelsWithPathOrRegisters(std::size_t size) {
+  const std::string inside = registerRecord("k", {"/top"}, {});
+  const std::string outside = registerRecord("l", {"/other"}, {"r", "s"});
+  return stored(2 * size, joined(size, [&](auto) { return inside + outside; }));
+}
+
+// Nets that alternate, so that none is like the one before.
+std::string alternatingNets(std::size_t size) {
+  return joined(size, [](std::size_t i) { return netLine(i % 2 == 0 ? "top/r" : "top/s"); });
+}
+
+// Many kernels for each net, of which only the lines and what is found may be many.
+void addSharedNetCases(std::vector<GrowthCase>& cases) {
+  const auto put = [&](const std::string& name, MakeText makeText, MakeText makeContainer) {
+    cases.push_back({"LogicLocation" + name,
+                     adding(&ConsolidatedFile::addLogicLocations, makeText, makeContainer)});
+  };
+  const MakeText differentScopes = [](std::size_t size) {
+    return joined(size, [](std::size_t i) { return netLine("top/" + number(i) + "/r"); });
+  };
+  put("AlternatingNetsOfNoKernel", alternatingNets, kernelsWithPathOrRegisters);
+  put("DifferentNetsOfNoKernel", differentScopes, kernelsWithPathOrRegisters);
+  put("AlternatingNetsOfOneKernel", alternatingNets, [](std::size_t size) {
+    const std::string inside = registerRecord("k", {"/top"}, {});
+    const std::string outside = registerRecord("l", {"/other"}, {"r", "s"});
+    return stored(2 * size + 1, registerRecord("m", {"/top"}, {"r", "s"}) +
+                                    joined(size, [&](auto) { return inside + outside; }));
+  });
+}
+
 void addRamReportCases(std::vector<GrowthCase>& cases) {
   const std::string start =
       "8. Block Ram / URAM Memory Power - Instantiated\n3. Memory Utilization - Inferred\n";
@@ -346,6 +377,7 @@ std::vector<GrowthCase> inputGrowthCases() {
   addHlsCases(cases);
   addAuxiliaryCases(cases);
   addLogicLocationCases(cases);
+  addSharedNetCases(cases);
   addRamReportCases(cases);
   return cases;
 }
