@@ -5,6 +5,7 @@
 #include "readers/FindLast.h"
 #include "readers/NetBit.h"
 #include "readers/RegisterIndex.h"
+#include "readers/SharedNets.h"
 
 #include <cstdint>
 #include <optional>
@@ -63,28 +64,33 @@ void LLFile::setKernels(const KernelList& kernels) {
 bool LLFile::parse() {
   if (!isValid()) return false;
   RegisterIndex registers(kernels_, lineBound);
+  SharedNets sharedNets(kernels_);
   // White space in front of a line does not count as part of it, but for the first line.
   do {
     if (const auto line = buffer_.readLine(lineBound)) {
-      readBit(line->text, registers);
+      readBit(line->text, registers, sharedNets);
       if (line->overBound) buffer_.skipLine();
     }
     buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
   } while (buffer_.skipWhiteSpace());
+  sharedNets.handOut();
   return true;
 }
 
-void LLFile::readBit(std::string_view line, RegisterIndex& registers) {
+void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets) {
   if (line.starts_with(';') || line.find("Revision") != std::string_view::npos) return;
   FieldReader fields(line);
   LogicLocation location;
   if (!readLocation(fields, location)) return;
   const std::optional<NetBit> bit = readNet(fields);
   const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
-  if (!index) return;
+  if (!index || sharedNets.set(bit->net(), *index, location)) return;
   const RegisterIndex::Found found = registers.find(bit->net());
-  for (const std::uint32_t kernel : found.kernels) {
-    kernels_[kernel].setLogicLocation(found.hardwareName, *index, location.first, location.second);
+  if (found.kernels.size() > 1) {
+    sharedNets.add(found.hardwareName, found.kernels, *index, location);
+  } else if (!found.kernels.empty()) {
+    kernels_[found.kernels.front()].setLogicLocation(found.hardwareName, *index, location.first,
+                                                     location.second);
   }
 }
 

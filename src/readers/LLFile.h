@@ -8,6 +8,7 @@
 namespace consolidator {
 
 class RegisterIndex;
+class SharedNets;
 
 /// Reader of the logic-location file of bitstream generation, which says where in the device's
 /// configuration memory each bit of a net lives:
@@ -40,7 +41,7 @@ class LLFile : public InputFile {
   bool parse() override;
 
  private:
-  void readBit(std::string_view line, RegisterIndex& registers);
+  void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
 };
 
 }  // namespace consolidator

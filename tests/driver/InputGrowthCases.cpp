@@ -294,6 +294,11 @@ std::string kernelsWithPathOrRegisters(std::size_t size) {
   return stored(2 * size, joined(size, [&](auto) { return inside + outside; }));
 }
 
+std::string kernelsWithPathAndRegisters(std::size_t size) {
+  const std::string kernel = registerRecord("k", {"/top"}, {"r", "s"});
+  return stored(size, joined(size, [&](auto) { return kernel; }));
+}
+
 // Nets that alternate, so that none is like the one before.
 std::string alternatingNets(std::size_t size) {
   return joined(size, [](std::size_t i) { return netLine(i % 2 == 0 ? "top/r" : "top/s"); });
@@ -308,6 +313,9 @@ void addSharedNetCases(std::vector<GrowthCase>& cases) {
   const MakeText differentScopes = [](std::size_t size) {
     return joined(size, [](std::size_t i) { return netLine("top/" + number(i) + "/r"); });
   };
+  const MakeText oneBit = [](std::size_t size) {
+    return joined(size, [](auto) { return netLine("top/r[3]"); });
+  };
   put("AlternatingNetsOfNoKernel", alternatingNets, kernelsWithPathOrRegisters);
   put("DifferentNetsOfNoKernel", differentScopes, kernelsWithPathOrRegisters);
   put("AlternatingNetsOfOneKernel", alternatingNets, [](std::size_t size) {
@@ -316,6 +324,8 @@ void addSharedNetCases(std::vector<GrowthCase>& cases) {
     return stored(2 * size + 1, registerRecord("m", {"/top"}, {"r", "s"}) +
                                     joined(size, [&](auto) { return inside + outside; }));
   });
+  put("OneBitOfManyKernels", oneBit, kernelsWithPathAndRegisters);
+  put("AlternatingNetsOfManyKernels", alternatingNets, kernelsWithPathAndRegisters);
 }
 
 void addRamReportCases(std::vector<GrowthCase>& cases) {

@@ -242,6 +242,52 @@ TEST(LLFilePlain, ManyFilesReadAsByAPlainStream) {
   EXPECT_GT(adding, rounds(15'000)) << "too few of the files say anything";
 }
 
+// Texts that are parts of one name.
+constexpr std::array partsOfAName{"/"sv, "t"sv,   "to"sv,  "top"sv, "/t"sv, "/to"sv, "/top"sv,
+                                  "o"sv, "op"sv,  "p"sv,   "p/"sv,  "/u"sv, "u"sv,   "u0"sv,
+                                  "0"sv, "/u0"sv, "0/"sv,  "u0/"sv, ""sv,   "p/u"sv, "op/u0"sv,
+                                  "x"sv, "q"sv,   "o/u"sv, "/x"sv,  "s"sv};
+
+// Kernels that share paths and registers in all ways: many have some of each.
+KernelList crowd(std::mt19937& random) {
+  constexpr std::array sharedRegisters{"r"sv, "s"sv, "t"sv};
+  const std::size_t pathsAtMost = 1 + random() % partsOfAName.size();
+  KernelList kernels;
+  for (std::size_t count = random() % 60; count > 0; --count) {
+    KernelRecord kernel;
+    kernel.name = "k" + std::to_string(count);
+    for (std::size_t i = random() % pathsAtMost; i > 0; --i) {
+      kernel.addInstancePath(pick(random, partsOfAName));
+    }
+    for (std::size_t i = random() % 3; i > 0; --i) {
+      kernel.addVariable(std::to_string(i), pick(random, sharedRegisters), "int");
+    }
+    if (oneIn(random, 16)) kernel.setLogicLocation("/top/u0/r", 2, 8, 9);
+    kernels.append(kernel);
+  }
+  return kernels;
+}
+
+// Lines for few nets that alternate, and few bits of each.
+std::string linesOfFewNets(std::mt19937& random) {
+  constexpr std::array nets{"top/u0/r"sv, "top/u0/s"sv, "top/r"sv, "u0/t"sv, "q/s"sv, "x/x/x/t"sv};
+  std::string text;
+  for (std::size_t count = random() % 40; count > 0; --count) {
+    text += "Bit 1 " + std::to_string(count) + " 3 die0 0 Net=" + std::string(pick(random, nets)) +
+            "[" + std::to_string(random() % 4) + "]\n";
+  }
+  return text;
+}
+
+TEST(LLFilePlain, NetsThatManyKernelsShareReadAsByAPlainStream) {
+  std::mt19937 random(32);
+  for (int round = 0; round < rounds(4'000) && !HasFailure(); ++round) {
+    const KernelList kernels = crowd(random);
+    const std::string text = linesOfFewNets(random);
+    EXPECT_EQ(readText(text, kernels), readPlainly(text, kernels)) << text;
+  }
+}
+
 TEST(LLFilePlain, PipesReadAsByAPlainStreamWhateverTheirPieces) {
   std::mt19937 random(31);
   for (int round = 0; round < rounds(3'000) && !HasFailure(); ++round) {
