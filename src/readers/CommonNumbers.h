@@ -1,11 +1,11 @@
 #pragma once
 
+#include "model/KeyedHash.h"
 #include "model/KeyedList.h"
 #include "readers/NumbersByText.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 namespace consolidator {
@@ -37,9 +37,7 @@ class CommonNumbers {
   struct PairKey {
     std::uint64_t operator()(const Pair& pair) const { return pair.positions; }
 
-    static std::size_t hash(std::uint64_t positions) {
-      return std::hash<std::uint64_t>{}(positions);
-    }
+    static std::uint64_t hash(std::uint64_t positions) { return keyedHash(positions); }
   };
 
   std::size_t countNumbers(std::size_t one, const std::vector<std::uint32_t>& others) const;

@@ -73,13 +73,11 @@ void HLSFile::startFunction(FieldReader words) {
 // A function whose first line number was used by an earlier one, even for another file, is dropped
 // with its locals, deliberately; so is a function without any.
 void HLSFile::finishFunction() {
-  if (function_.lines.empty()) return;
-  const std::uint32_t line = function_.lines.front();
-  if (usedLines_.contains(line)) return;
-  usedLines_.append(line);
+  if (!function_.line || usedLines_.contains(*function_.line)) return;
+  usedLines_.append(*function_.line);
   BreakableCondition condition(ConditionKind::SourceLine, function_.name);
-  condition.line = line;
-  condition.file = function_.files.front();
+  condition.line = *function_.line;
+  condition.file = function_.file;
   kernel_.addBreakableCondition(condition);
   for (const HlsLocalRecord& local : function_.locals) {
     kernel_.addVariable(local.name, local.rtlName, "int");

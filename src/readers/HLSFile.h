@@ -1,16 +1,26 @@
 #pragma once
 
+#include "model/KeyedHash.h"
+#include "model/KeyedList.h"
 #include "readers/FieldReader.h"
 #include "readers/HlsFunctionRecord.h"
 #include "readers/InputFile.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace consolidator {
+
+/// Line numbers are found by themselves.
+struct LineNumberKey {
+  std::uint32_t operator()(std::uint32_t line) const { return line; }
+
+  static std::uint64_t hash(std::uint32_t line) { return keyedHash(std::uint64_t{line}); }
+};
 
 /// Reader of the debug metadata file that high-level synthesis writes for one kernel. It ties the
 /// local variables of the source to registers, and each synthesised function to a source line:
@@ -52,10 +62,10 @@ class HLSFile : public InputFile {
   bool readBlock(std::string_view localName);
   std::optional<std::string_view> readBlockLine();
 
-  std::vector<std::string> functionScopes_;  // begun and not yet ended
-  bool hasFunction_ = false;                 // whether there was an RTL line
-  HlsFunctionRecord function_;               // of the last RTL line
-  LineNumberList usedLines_;                 // the first ones of earlier functions
+  std::vector<std::string> functionScopes_;            // begun and not yet ended
+  bool hasFunction_ = false;                           // whether there was an RTL line
+  HlsFunctionRecord function_;                         // of the last RTL line
+  KeyedList<std::uint32_t, LineNumberKey> usedLines_;  // the first ones of earlier functions
   KernelRecord kernel_;
 };
 
