@@ -21,18 +21,30 @@ isInstalled() {
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
 }
 
-# Installs those of the Debian packages that are missing; touches nothing when all are there.
-installMissing() {
+# Prints those of the Debian packages that are missing, in one line.
+missingPackages() {
     local package missing=()
     for package in "$@"; do
         isInstalled "$package" || missing+=("$package")
     done
-    if [[ ${#missing[@]} -gt 0 ]]; then
-        step "Installing ${missing[*]}"
-        asRoot apt-get update
-        asRoot env DEBIAN_FRONTEND=noninteractive \
-            apt-get install --yes --no-install-recommends "${missing[@]}"
+    echo "${missing[*]-}"
+}
+
+# Installs those of the Debian packages that are missing; touches nothing when all are there.
+installMissing() {
+    local missing
+    read -ra missing <<<"$(missingPackages "$@")"
+    if [[ ${#missing[@]} -eq 0 ]]; then
+        return
     fi
+    if ! command -v apt-get >/dev/null || ! { [[ $EUID -eq 0 ]] || command -v sudo >/dev/null; }; then
+        echo "Missing packages, and no apt-get or no sudo to install them: ${missing[*]}" >&2
+        exit 1
+    fi
+    step "Installing ${missing[*]}"
+    asRoot apt-get update
+    asRoot env DEBIAN_FRONTEND=noninteractive \
+        apt-get install --yes --no-install-recommends "${missing[@]}"
 }
 
 # Copies the sources, without what builds leave, to a folder that is made anew.
@@ -44,20 +56,21 @@ copySources() {
 
 # What a build needs, and what packages and checks need on top of it, named as in Debian 12.
 buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
-packageTools=(dpkg-dev file)
-checkTools=(shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14 libclang-rt-14-dev llvm-14
-    libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make python3 python3-yaml)
+packageTools=("${buildTools[@]}" dpkg-dev file)
+checkTools=("${packageTools[@]}" shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14
+    libclang-rt-14-dev llvm-14 libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make
+    python3 python3-yaml)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"
 }
 
 installPackageTools() {
-    installMissing "${buildTools[@]}" "${packageTools[@]}"
+    installMissing "${packageTools[@]}"
 }
 
 installCheckTools() {
-    installMissing "${buildTools[@]}" "${packageTools[@]}" "${checkTools[@]}"
+    installMissing "${checkTools[@]}"
 }
 
 # Configures a preset; further arguments go to cmake.
@@ -75,7 +88,7 @@ build() {
 # Packs a built preset as a Debian package into a folder. What is packed bears the date of the
 # package's last change, so that the same sources always give the same package.
 pack() (
-    umask 022
+    umask 022 # modes of the parts of the package file
     SOURCE_DATE_EPOCH=$(dpkg-parsechangelog --file packaging/changelog.Debian --show-field Timestamp)
     export SOURCE_DATE_EPOCH
     cpack --config "build/$1/CPackConfig.cmake" -B "$2"
