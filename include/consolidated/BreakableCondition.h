@@ -36,9 +36,9 @@ class BreakableCondition {
 
   bool read(detail::Cursor& in) noexcept {
     *this = BreakableCondition();
-    std::uint32_t kind = 0;
-    if (!in.readU32(kind) || !detail::Decoder::read(in, condition_)) return false;
-    kind_ = static_cast<ConditionKind>(kind);
+    std::uint32_t number = 0;
+    if (!in.readU32(number) || !detail::Decoder::read(in, condition_)) return false;
+    kind_ = static_cast<ConditionKind>(number);
     if (kind_ != ConditionKind::SourceLine) return true;
     return in.readU32(line_) && detail::Decoder::read(in, file_);
   }

@@ -99,7 +99,7 @@ class Kernel {
 };
 
 /// An instance path as debuggers want it: with the suffix of its kernel.
-inline std::string suffixedPath(Text instancePath, std::string_view instanceSuffix) {
+inline std::string suffixedPath(const Text& instancePath, std::string_view instanceSuffix) {
   std::string path(instancePath.view());
   return path.append(instanceSuffix);
 }

@@ -53,16 +53,16 @@ Result<File> File::fromDescriptor(int descriptor, Access access) noexcept {
   const std::string_view mapped = access == Access::Mapped ? mapFile(descriptor) : "";
   if (!mapped.empty()) {
     File file(mapped, true);
-    if (const auto fault = headerFault(mapped)) return *fault;
+    if (const auto wrong = headerFault(mapped)) return *wrong;
     return file;
   }
-  const Result<std::string_view> bytes = readFile(descriptor);
-  if (!bytes) return bytes.fault();
-  return File(*bytes, true);
+  const Result<std::string_view> all = readFile(descriptor);
+  if (!all) return all.fault();
+  return File(*all, true);
 }
 
 Result<File> File::fromBytes(std::string_view bytes) noexcept {
-  if (const auto fault = headerFault(bytes)) return *fault;
+  if (const auto wrong = headerFault(bytes)) return *wrong;
   return File(bytes, false);
 }
 

@@ -16,25 +16,25 @@ bool passList(detail::Cursor& in, std::uint64_t& start, std::uint32_t leastSize)
 
 bool Kernel::read(detail::Cursor& in) noexcept {
   bytes_ = in.bytes();
-  std::uint32_t type = 0;
+  std::uint32_t typeNumber = 0;
   if (!detail::Decoder::read(in, name_) || !passList<Text>(in, instancePaths_, 4) ||
-      !in.readU32(type) || !passList<Variable>(in, arguments_, 16) ||
+      !in.readU32(typeNumber) || !passList<Variable>(in, arguments_, 16) ||
       !passList<Variable>(in, variables_, 16) ||
       !passList<HardwareVariable>(in, hardwareVariables_, 8) ||
       !passList<BreakableCondition>(in, breakableConditions_, 8) ||
       !passList<Text>(in, brams_, 4)) {
     return false;
   }
-  type_ = static_cast<KernelType>(type);
+  type_ = static_cast<KernelType>(typeNumber);
   end_ = in.position();
   return true;
 }
 
 std::string_view Kernel::instanceSuffix() const noexcept {
   for (const Variable& argument : arguments()) {
-    const std::string_view type = argument.cType().view();
-    if (type.find("float") != std::string_view::npos ||
-        type.find("double") != std::string_view::npos) {
+    const std::string_view cType = argument.cType().view();
+    if (cType.find("float") != std::string_view::npos ||
+        cType.find("double") != std::string_view::npos) {
       return "/U0";
     }
   }

@@ -24,15 +24,15 @@ KernelIterator& KernelIterator::operator++() noexcept {
 }
 
 void KernelIterator::visit(const Section& section) noexcept {
-  const std::optional<std::uint32_t> offset = section.seekOffset();
+  const std::optional<std::uint32_t> start = section.seekOffset();
   switch (section.kind) {
     case SectionKind::Json:
       return;
     case SectionKind::ProjectName:
     case SectionKind::Dwarf:
     case SectionKind::KernelRecords:
-      if (!offset) return stop(FaultCode::NegativeOffset, section.entryOffset());
-      if (section.kind == SectionKind::KernelRecords) return startRecords(*offset);
+      if (!start) return stop(FaultCode::NegativeOffset, section.entryOffset());
+      if (section.kind == SectionKind::KernelRecords) return startRecords(*start);
       if (!sectionBytes(bytes_, section)) stop(FaultCode::SectionOutside, section.entryOffset());
       return;
     default:
