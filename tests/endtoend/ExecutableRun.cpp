@@ -21,6 +21,10 @@ void check(int error, const std::string& action) {
   if (error != 0) throw std::system_error(error, std::generic_category(), action);
 }
 
+double seconds(timeval time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
 // What the new process does before it becomes the program.
 class SpawnActions {
  public:
@@ -127,6 +131,7 @@ void ExecutableRun::awaitEnd() {
   }
   outcome_.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
   peakMemory_ = usage.ru_maxrss;
+  processorTime_ = seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
 }  // namespace consolidator

@@ -38,6 +38,9 @@ class ExecutableRun {
   /// its start a process has the memory of the one that started it.
   long peakMemory() const { return peakMemory_; }
 
+  /// The processor time that the process took, in seconds.
+  double processorTime() const { return processorTime_; }
+
  private:
   struct Pipe {
     int readEnd = -1;
@@ -50,6 +53,7 @@ class ExecutableRun {
   pid_t process_ = -1;
   Outcome outcome_;
   long peakMemory_ = 0;
+  double processorTime_ = 0;
 };
 
 }  // namespace consolidator
