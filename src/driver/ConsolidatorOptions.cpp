@@ -1,11 +1,13 @@
 #include "driver/ConsolidatorOptions.h"
 
+#include "driver/CommandLineParser.h"
+
 #include <boost/program_options/errors.hpp>
-#include <boost/program_options/parsers.hpp>
-#include <boost/program_options/positional_options.hpp>
 #include <boost/program_options/value_semantic.hpp>
 #include <boost/program_options/variables_map.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <iostream>
 
@@ -17,12 +19,9 @@ namespace {
 
 po::variables_map parse(const po::options_description& description, int argc,
                         const char* const* argv) {
+  const CommandLineWords words(argv, static_cast<std::size_t>(std::max(argc, 0)));
   po::variables_map given;
-  po::store(po::command_line_parser(argc, argv)
-                .options(description)
-                .positional(po::positional_options_description())
-                .run(),
-            given);
+  po::store(parseWords(description, words.subspan(std::min(words.size(), std::size_t{1}))), given);
   po::notify(given);
   return given;
 }
