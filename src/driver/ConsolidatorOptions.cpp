@@ -1,6 +1,7 @@
 #include "driver/ConsolidatorOptions.h"
 
 #include "driver/CommandLineParser.h"
+#include "driver/OptionErrorText.h"
 
 #include <boost/program_options/errors.hpp>
 #include <boost/program_options/value_semantic.hpp>
@@ -62,6 +63,8 @@ void ConsolidatorOptions::parseCommandLine(int argc, const char* const* argv) {
     return;
   } catch (const po::multiple_occurrences& error) {
     std::cout << "Unsupported multiple occurrences of : " << error.get_option_name() << std::endl;
+  } catch (po::error_with_option_name& error) {
+    std::cout << "Unknown option: " << optionErrorText(error) << std::endl;
   } catch (const po::error& error) {
     std::cout << "Unknown option: " << error.what() << std::endl;
   }

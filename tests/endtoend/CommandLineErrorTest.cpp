@@ -49,6 +49,26 @@ TEST_F(CommandLineErrorTest, RejectsUnknownOptions) {
   expectMessage(message + "'-z'", {{"-z"}, {"-f", "old", "-h", "a", "-z"}});
 }
 
+// Placeholders of the library's messages: it would replace them for ever.
+TEST_F(CommandLineErrorTest, ShowsNamesOfPlaceholdersAsTheyAre) {
+  const std::string message = "Unknown option: unrecognised option ";
+  for (const std::string name : {"%canonical_option%", "%original_token%", "%value%"}) {
+    for (const std::string start : {"--", "-", "-a"}) {
+      expectMessage(message + "'" + start + name + "'", {{start + name}, {start + name, "a"}});
+    }
+  }
+  expectMessage(
+      "Unknown option: option '--d=%canonical_option%' is ambiguous and matches '--dump-dwarf', "
+      "and '--dump-json'",
+      {{"--d=%canonical_option%"}});
+  expectMessage(
+      "Unknown option: the argument for option '--%option%' should follow immediately after the "
+      "equal sign",
+      {{"--%option%="}});
+  expectMessage("Unsupported multiple occurrences of : --consolidated_file",
+                {{"-f", "%canonical_option%", "-f%option%"}});
+}
+
 TEST_F(CommandLineErrorTest, NamesAreSpelledExactly) {
   const std::string message = "Unknown option: unrecognised option ";
   expectMessage(message + "'--dwarf'", {{"--dwarf", "a"}});
