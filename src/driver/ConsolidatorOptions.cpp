@@ -57,7 +57,8 @@ ConsolidatorOptions::ConsolidatorOptions(int argc, const char* const* argv)
 }
 
 void ConsolidatorOptions::parseCommandLine(int argc, const char* const* argv) {
-  if (argc > 0) programName_ = argv[0];
+  fields_ = Fields();
+  if (argc > 0) fields_.programName = argv[0];
   try {
     takeValues(parse(*this, argc, argv));
     return;
@@ -73,33 +74,34 @@ void ConsolidatorOptions::parseCommandLine(int argc, const char* const* argv) {
 
 void ConsolidatorOptions::takeValues(const po::variables_map& given) {
   const auto isGiven = [&](const char* name) { return given.count(name) > 0; };
-  bothAddAndCreate_ = isGiven("add") && isGiven("create");
-  if (bothAddAndCreate_) {
+  fields_.bothAddAndCreate = isGiven("add") && isGiven("create");
+  if (fields_.bothAddAndCreate) {
     std::cout << "Error: Cannot specify both add and create" << std::endl;
     return;
   }
-  create_ = isGiven("create");
-  add_ = !create_;
-  takeIfGiven(given, "dump-dwarf", dumpDwarfPath_);
-  takeIfGiven(given, "dump-json", dumpJsonPath_);
-  dumpRequested_ = isGiven("dump-dwarf") || isGiven("dump-json");
-  takeIfGiven(given, "DWARF", dwarfPath_);
-  help_ = isGiven("help");
-  version_ = isGiven("version");
-  takeIfGiven(given, "hierarchy", hierarchyFiles_);
-  takeIfGiven(given, "kernel", kernelXmlFiles_);
-  takeIfGiven(given, "hls", hlsFiles_);
-  takeIfGiven(given, "aux", auxiliaryFiles_);
-  takeIfGiven(given, "ll", logicLocationFiles_);
-  takeIfGiven(given, "ram", ramReportFiles_);
-  takeIfGiven(given, "consolidated_file", consolidatedFilePath_);
-  takeIfGiven(given, "project", project_);
+  fields_.create = isGiven("create");
+  fields_.add = !fields_.create;
+  takeIfGiven(given, "dump-dwarf", fields_.dumpDwarfPath);
+  takeIfGiven(given, "dump-json", fields_.dumpJsonPath);
+  fields_.dumpRequested = isGiven("dump-dwarf") || isGiven("dump-json");
+  takeIfGiven(given, "DWARF", fields_.dwarfPath);
+  fields_.help = isGiven("help");
+  fields_.version = isGiven("version");
+  takeIfGiven(given, "hierarchy", fields_.hierarchyFiles);
+  takeIfGiven(given, "kernel", fields_.kernelXmlFiles);
+  takeIfGiven(given, "hls", fields_.hlsFiles);
+  takeIfGiven(given, "aux", fields_.auxiliaryFiles);
+  takeIfGiven(given, "ll", fields_.logicLocationFiles);
+  takeIfGiven(given, "ram", fields_.ramReportFiles);
+  takeIfGiven(given, "consolidated_file", fields_.consolidatedFilePath);
+  takeIfGiven(given, "project", fields_.project);
 }
 
 bool ConsolidatorOptions::validate() const {
-  if (bothAddAndCreate_) return false;
-  if (version_ || help_ || !dumpDwarfPath_.empty() || !dumpJsonPath_.empty()) return true;
-  if (consolidatedFilePath_.empty()) {
+  if (fields_.bothAddAndCreate) return false;
+  const bool dumps = !fields_.dumpDwarfPath.empty() || !fields_.dumpJsonPath.empty();
+  if (fields_.version || fields_.help || dumps) return true;
+  if (fields_.consolidatedFilePath.empty()) {
     std::cout << "Error: A consolidated file must be specified" << std::endl;
     return false;
   }
@@ -111,15 +113,17 @@ bool ConsolidatorOptions::validate() const {
 }
 
 void ConsolidatorOptions::printUsage() const {
-  std::cout << "Usage: " << programName_ << " [options] --consolidated_file filename" << std::endl
+  std::cout << "Usage: " << fields_.programName << " [options] --consolidated_file filename"
+            << std::endl
             << std::endl
             << *this << std::endl;
 }
 
 bool ConsolidatorOptions::anyInput() const {
-  return !(dwarfPath_.empty() && hierarchyFiles_.empty() && kernelXmlFiles_.empty() &&
-           hlsFiles_.empty() && auxiliaryFiles_.empty() && logicLocationFiles_.empty() &&
-           ramReportFiles_.empty());
+  return !(fields_.dwarfPath.empty() && fields_.hierarchyFiles.empty() &&
+           fields_.kernelXmlFiles.empty() && fields_.hlsFiles.empty() &&
+           fields_.auxiliaryFiles.empty() && fields_.logicLocationFiles.empty() &&
+           fields_.ramReportFiles.empty());
 }
 
 }  // namespace consolidator

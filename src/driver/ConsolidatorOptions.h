@@ -19,8 +19,8 @@ class ConsolidatorOptions : public boost::program_options::options_description {
   /// Describes the options and parses the command line.
   ConsolidatorOptions(int argc, const char* const* argv);
 
-  /// Fills the fields. An error on the command line is printed on standard output and ends the
-  /// process with status 0: build flows count on both.
+  /// Fills the fields, of which none keeps what it had. An error on the command line is printed on
+  /// standard output and ends the process with status 0: build flows count on both.
   void parseCommandLine(int argc, const char* const* argv);
 
   /// Whether the run may go on; prints the reason on standard output when it may not.
@@ -29,66 +29,70 @@ class ConsolidatorOptions : public boost::program_options::options_description {
   /// Prints the usage text on standard output.
   void printUsage() const;
 
-  const std::string& programName() const { return programName_; }
+  const std::string& programName() const { return fields_.programName; }
 
-  bool add() const { return add_; }
+  bool add() const { return fields_.add; }
 
-  bool create() const { return create_; }
+  bool create() const { return fields_.create; }
 
-  const std::string& dumpDwarfPath() const { return dumpDwarfPath_; }
+  const std::string& dumpDwarfPath() const { return fields_.dumpDwarfPath; }
 
-  const std::string& dumpJsonPath() const { return dumpJsonPath_; }
+  const std::string& dumpJsonPath() const { return fields_.dumpJsonPath; }
 
   /// Whether a dump option was given, even with an empty path.
-  bool dumpRequested() const { return dumpRequested_; }
+  bool dumpRequested() const { return fields_.dumpRequested; }
 
-  const std::string& dwarfPath() const { return dwarfPath_; }
+  const std::string& dwarfPath() const { return fields_.dwarfPath; }
 
-  bool help() const { return help_; }
+  bool help() const { return fields_.help; }
 
-  const Texts& hierarchyFiles() const { return hierarchyFiles_; }
+  const Texts& hierarchyFiles() const { return fields_.hierarchyFiles; }
 
-  const Texts& kernelXmlFiles() const { return kernelXmlFiles_; }
+  const Texts& kernelXmlFiles() const { return fields_.kernelXmlFiles; }
 
-  const Texts& hlsFiles() const { return hlsFiles_; }
+  const Texts& hlsFiles() const { return fields_.hlsFiles; }
 
-  const Texts& auxiliaryFiles() const { return auxiliaryFiles_; }
+  const Texts& auxiliaryFiles() const { return fields_.auxiliaryFiles; }
 
-  const Texts& logicLocationFiles() const { return logicLocationFiles_; }
+  const Texts& logicLocationFiles() const { return fields_.logicLocationFiles; }
 
-  const Texts& ramReportFiles() const { return ramReportFiles_; }
+  const Texts& ramReportFiles() const { return fields_.ramReportFiles; }
 
-  const std::string& consolidatedFilePath() const { return consolidatedFilePath_; }
+  const std::string& consolidatedFilePath() const { return fields_.consolidatedFilePath; }
 
-  const std::string& project() const { return project_; }
+  const std::string& project() const { return fields_.project; }
 
-  bool version() const { return version_; }
+  bool version() const { return fields_.version; }
 
   /// Nothing here asks for it; other code is bound to it.
-  bool bothAddAndCreate() const { return bothAddAndCreate_; }
+  bool bothAddAndCreate() const { return fields_.bothAddAndCreate; }
 
  private:
+  struct Fields {
+    std::string programName;
+    bool add = true;
+    bool create = false;
+    std::string dumpDwarfPath;
+    std::string dumpJsonPath;
+    bool dumpRequested = false;
+    std::string dwarfPath;
+    bool help = false;
+    Texts hierarchyFiles;
+    Texts kernelXmlFiles;
+    Texts hlsFiles;
+    Texts auxiliaryFiles;
+    Texts logicLocationFiles;
+    Texts ramReportFiles;
+    std::string consolidatedFilePath;
+    std::string project;
+    bool version = false;
+    bool bothAddAndCreate = false;
+  };
+
   void takeValues(const boost::program_options::variables_map& given);
   bool anyInput() const;
 
-  std::string programName_;
-  bool add_ = true;
-  bool create_ = false;
-  std::string dumpDwarfPath_;
-  std::string dumpJsonPath_;
-  bool dumpRequested_ = false;
-  std::string dwarfPath_;
-  bool help_ = false;
-  Texts hierarchyFiles_;
-  Texts kernelXmlFiles_;
-  Texts hlsFiles_;
-  Texts auxiliaryFiles_;
-  Texts logicLocationFiles_;
-  Texts ramReportFiles_;
-  std::string consolidatedFilePath_;
-  std::string project_;
-  bool version_ = false;
-  bool bothAddAndCreate_ = false;
+  Fields fields_;
 };
 
 }  // namespace consolidator

@@ -190,6 +190,32 @@ TEST(ConsolidatorOptions, AddTogetherWithCreateIsRefusedAndNothingElseIsTaken) {
   EXPECT_EQ(capture.err(), "");
 }
 
+TEST(ConsolidatorOptions, ParsingAgainKeepsNothingOfTheTimeBefore) {
+  ConsolidatorOptions options =
+      parse({"-c", "-u", "a",  "-j", "a",  "-d", "a",  "--help", "-v", "-h", "a",  "-k", "a",
+             "-s", "a",  "-x", "a",  "-l", "a",  "-r", "a",      "-f", "a",  "-p", "a"});
+  const Arguments fewer({"-h", "b"});
+  options.parseCommandLine(fewer.count(), fewer.values());
+  EXPECT_TRUE(options.add());
+  EXPECT_FALSE(options.create());
+  EXPECT_FALSE(options.dumpRequested());
+  EXPECT_FALSE(options.help());
+  EXPECT_FALSE(options.version());
+  EXPECT_EQ(options.hierarchyFiles(), Texts{"b"});
+  for (const auto text :
+       {&ConsolidatorOptions::dumpDwarfPath, &ConsolidatorOptions::dumpJsonPath,
+        &ConsolidatorOptions::dwarfPath, &ConsolidatorOptions::consolidatedFilePath,
+        &ConsolidatorOptions::project}) {
+    EXPECT_EQ((options.*text)(), "");
+  }
+  for (const auto list :
+       {&ConsolidatorOptions::kernelXmlFiles, &ConsolidatorOptions::hlsFiles,
+        &ConsolidatorOptions::auxiliaryFiles, &ConsolidatorOptions::logicLocationFiles,
+        &ConsolidatorOptions::ramReportFiles}) {
+    EXPECT_EQ((options.*list)(), Texts());
+  }
+}
+
 TEST(ConsolidatorOptions, PrintsTheWholeUsageText) {
   const ConsolidatorOptions options = parse({});
   const StreamCapture capture;
