@@ -23,8 +23,9 @@ void forEachKernel(const Devpack::Project& project, Use use) {
 
 }  // namespace
 
+// An input that is missing costs next to nothing, however often the command line names it.
 KernelFile::KernelFile(const char* fileName) : InputFile(fileName) {
-  buildHdlReservedWords(reservedWords_);
+  if (buffer_.isOpen()) buildHdlReservedWords(reservedWords_);
 }
 
 bool KernelFile::parse() {

@@ -65,6 +65,10 @@ TEST_F(CommandLineLimitsTest, InputsTakeNoLongerThanASecond) {
   }
 }
 
+TEST_F(CommandLineLimitsTest, InputsThatAreMissingTakeNoLongerThanASecond) {
+  expectInTime(silence(), {"-c", "-f", "out"}, {"-kx"});
+}
+
 TEST_F(CommandLineLimitsTest, RepetitionsTakeNoLongerThanASecond) {
   const auto repeated = [](const std::string& name) {
     return printed("Unsupported multiple occurrences of : --" + name + "\n");
