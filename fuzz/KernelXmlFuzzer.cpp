@@ -6,6 +6,7 @@
 #include "PipedText.h"
 #include "PlainKernelXml.h"
 #include "Require.h"
+#include "model/KernelMerge.h"
 #include "readers/KernelFile.h"
 
 #include <cstddef>
@@ -31,6 +32,11 @@ void requirePlainRecords(const std::string& path, const Devpack::Project& projec
   require(reader.isValid() && reader.parse(), "the document is accepted");
   require(reader.kernels() == PlainKernelXml(project).records(),
           "the records are those of the elements");
+  KernelList expected;
+  for (const KernelRecord& record : reader.kernels()) mergeKernel(expected, record);
+  KernelList merged;
+  reader.mergeInto(merged);
+  require(merged == expected, "the records are merged one by one");
   require(capture.out().empty() && capture.err().empty(), "nothing is printed");
 }
 

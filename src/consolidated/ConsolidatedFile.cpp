@@ -4,7 +4,6 @@
 #include "model/ByteReader.h"
 #include "model/ByteWriter.h"
 #include "model/KernelJson.h"
-#include "model/KernelMerge.h"
 #include "readers/AuxiliaryXMLFile.h"
 #include "readers/HLSFile.h"
 #include "readers/HierarchyFile.h"
@@ -150,7 +149,7 @@ void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath)
 
 void ConsolidatedFile::addInput(InputFile& reader) {
   if (reader.isValid() && !reader.parse()) return;
-  mergeKernels(kernels_, reader.takeKernels());
+  reader.mergeInto(kernels_);
 }
 
 void ConsolidatedFile::addHierarchy(const std::string& path) {

@@ -5,7 +5,6 @@
 
 #include <istream>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace consolidator {
@@ -34,10 +33,11 @@ class InputFile {
   virtual bool parse() = 0;
 
   /// The records that came out of the input, in its order.
-  const std::vector<KernelRecord>& kernels() const { return kernels_; }
+  virtual const std::vector<KernelRecord>& kernels() { return kernels_; }
 
-  /// Hands the records over; the reader is left without any.
-  std::vector<KernelRecord> takeKernels() { return std::exchange(kernels_, {}); }
+  /// Merges kernels() into the list, in their order. They are handed over: the reader may be left
+  /// without any.
+  virtual void mergeInto(KernelList& known);
 
   /// The version number that the input states; -1 when it states none.
   float version() const { return version_; }

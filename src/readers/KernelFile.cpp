@@ -1,9 +1,12 @@
 #include "readers/KernelFile.h"
 
 #include "lmx60/LmxException.h"
+#include "model/KernelMerge.h"
 #include "schema/DevpackXmlReaderWriterLMX.h"
 
+#include <cstddef>
 #include <iostream>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -21,6 +24,26 @@ void forEachKernel(const Devpack::Project& project, Use use) {
   });
 }
 
+// How many arguments of the document a kernel got so far.
+struct MergedKernel {
+  std::string name;
+  std::size_t argumentCount = 0;
+};
+
+struct MergedKernelKey : TextKeyHash {
+  std::string_view operator()(const MergedKernel& kernel) const { return kernel.name; }
+};
+
+// The arguments of the record from a position on, for the kernel of its name.
+KernelRecord argumentsFrom(const KernelRecord& record, std::size_t position) {
+  KernelRecord part;
+  part.name = record.name;
+  for (; position < record.arguments.size(); ++position) {
+    part.arguments.append(record.arguments[position]);
+  }
+  return part;
+}
+
 }  // namespace
 
 // An input that is missing costs next to nothing, however often the command line names it.
@@ -28,33 +51,65 @@ KernelFile::KernelFile(const char* fileName) : InputFile(fileName) {
   if (buffer_.isOpen()) buildHdlReservedWords(reservedWords_);
 }
 
+KernelFile::~KernelFile() = default;
+
 bool KernelFile::parse() {
-  Devpack::Project project;
   try {
     lmx::error_code errorCode{};
-    project = Devpack::Project(fileName_, errorCode);
+    project_ = std::make_unique<const Devpack::Project>(fileName_, errorCode);
   } catch (const lmx::c_lmx_exception&) {
     std::cerr << "Could not parse kernel file" << std::endl;
     return false;
   }
-  forEachKernel(project, [this](const Devpack::Kernel& kernel) { addKernel(kernel); });
   return true;
 }
 
-// A record starts as a copy of the one before it, deliberately: each kernel is stored with the
-// arguments of those before it.
-void KernelFile::addKernel(const Devpack::Kernel& kernel) {
-  KernelRecord record = kernels_.empty() ? KernelRecord() : kernels_.back();
+const std::vector<KernelRecord>& KernelFile::kernels() {
+  if (kernels_.empty()) {
+    forEachRecord([this](const KernelRecord& record, bool) { kernels_.push_back(record); });
+  }
+  return kernels_;
+}
+
+// A kernel whose name came before in the document lacks none but the arguments that came since:
+// merging the others again would take n² steps for n kernels of one name.
+void KernelFile::mergeInto(KernelList& known) {
+  KeyedList<MergedKernel, MergedKernelKey> merged;
+  forEachRecord([&](KernelRecord& record, bool isLast) {
+    const std::size_t count = record.arguments.size();
+    if (MergedKernel* const before = merged.find(record.name)) {
+      mergeKernel(known, argumentsFrom(record, std::exchange(before->argumentCount, count)));
+    } else {
+      merged.append({record.name, count});
+      mergeKernel(known, isLast ? std::move(record) : record);
+    }
+  });
+}
+
+// One record serves for the whole document, deliberately: each kernel is stored with the arguments
+// of those before it. `use` may take the last one away.
+template <typename Use>
+void KernelFile::forEachRecord(Use use) const {
+  if (!project_) return;
+  std::size_t left = 0;
+  forEachKernel(*project_, [&](const Devpack::Kernel&) { ++left; });
+  KernelRecord record;
+  record.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
+  record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
+  forEachKernel(*project_, [&](const Devpack::Kernel& kernel) {
+    setKernel(record, kernel);
+    use(record, --left == 0);
+  });
+}
+
+void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const {
   record.name = kernel.name.get();
-  record.arguments.reserve(record.arguments.size() + kernel.arg.count());
+  if (record.arguments.empty()) record.arguments.reserve(kernel.arg.count());
   kernel.arg.forEach([&](const Devpack::Arg& argument) {
     const std::string_view hardwareName = argument.name.get();
     record.addArgument(restoreReservedWordName(hardwareName, reservedWords_), hardwareName,
                        argument.type.get());
   });
-  record.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
-  record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
-  kernels_.push_back(std::move(record));
 }
 
 }  // namespace consolidator

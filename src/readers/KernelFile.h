@@ -3,9 +3,13 @@
 #include "readers/HdlReservedWords.h"
 #include "readers/InputFile.h"
 
+#include <memory>
+#include <vector>
+
 namespace Devpack {
 struct Kernel;
-}
+struct Project;
+}  // namespace Devpack
 
 namespace consolidator {
 
@@ -27,14 +31,28 @@ class KernelFile : public InputFile {
   /// Opens the file, as every reader does. The name must outlive the reader.
   explicit KernelFile(const char* fileName);
 
-  /// Appends one record for each kernel, in document order. A document that cannot be read prints
-  /// a message, gives no record and returns false.
+  KernelFile(const KernelFile&) = delete;
+  KernelFile& operator=(const KernelFile&) = delete;
+  ~KernelFile() override;
+
+  /// Reads the document. One that cannot be read prints a message, gives no record and returns
+  /// false.
   bool parse() override;
 
+  /// One record for each kernel, in document order, made when this is first called. Each holds the
+  /// arguments of all kernels up to its own: n kernels with an argument each have n²/2 of them.
+  const std::vector<KernelRecord>& kernels() override;
+
+  /// Merges these records, of which it makes one at a time.
+  void mergeInto(KernelList& known) override;
+
  private:
-  void addKernel(const Devpack::Kernel& kernel);
+  template <typename Use>
+  void forEachRecord(Use use) const;
+  void setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const;
 
   HdlReservedWords reservedWords_;
+  std::unique_ptr<const Devpack::Project> project_;
 };
 
 }  // namespace consolidator

@@ -135,6 +135,13 @@ void addKernelXmlCases(std::vector<GrowthCase>& cases) {
     });
   }
   repeat("Kernels", "</kernel><kernel name='l'>");
+  for (const std::size_t names : {1U, 2U, 16U}) {
+    put("ArgumentsInKernelsOf" + number(names) + "Names", [names](std::size_t size) {
+      return joined(size, [&](std::size_t i) {
+        return "</kernel><kernel name='l" + number(i % names) + "'><arg name='" + number(i) + "'/>";
+      });
+    });
+  }
   repeat("UnknownElements", "<x y='z'/>");
   repeat("Comments", "<!-- c -->");
   repeat("References", "&lt;&#65;");

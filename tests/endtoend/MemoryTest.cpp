@@ -77,5 +77,19 @@ TEST_F(MemoryTest, SavingHoldsTheDwarfOnce) {
   }
 }
 
+// Each has the arguments of all before it: 4000 records of them would be eight million arguments.
+TEST_F(MemoryTest, KernelsOfOneNameAreNotHeldOneByOne) {
+  constexpr long someMebibytes = 16 * 1024;
+  std::string document = "<project><platform><device><core>";
+  for (int i = 0; i < 4000; ++i) {
+    document += "<kernel name='k'><arg name='a" + std::to_string(i) + "'/></kernel>";
+  }
+  write("kernel.xml", document + "</core></device></platform></project>");
+  const long allowed = baseline() + someMebibytes;
+  const ExecutableRun run = start({"-f", "out", "-k", "kernel.xml"});
+  EXPECT_EQ(run.outcome(), silence());
+  EXPECT_LE(run.peakMemory(), allowed);
+}
+
 }  // namespace
 }  // namespace consolidator

@@ -1,17 +1,22 @@
 #include "model/Describe.h"
+#include "model/KernelMerge.h"
 #include "readers/KernelFile.h"
 #include "readers/KernelWithArguments.h"
 #include "support/MemoryFile.h"
 #include "support/NamedPipe.h"
 #include "support/PiecewisePipe.h"
+#include "support/Rounds.h"
 #include "support/StreamCapture.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <initializer_list>
+#include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace consolidator {
@@ -237,6 +242,57 @@ TEST(KernelFile, AFileThatIsGoneWhenItIsReadGivesNoRecord) {
   EXPECT_TRUE(reader.parse());
   EXPECT_TRUE(reader.kernels().empty());
   EXPECT_EQ(capture.out() + capture.err(), "");
+}
+
+// Few names, so that kernels and arguments come again.
+std::string randomName(std::mt19937& random) {
+  return std::string(1, static_cast<char>('a' + random() % 5));
+}
+
+std::string randomKernels(std::mt19937& random) {
+  std::string kernels;
+  for (std::size_t i = random() % 8; i > 0; --i) {
+    kernels += "<kernel name='" + randomName(random) + "'>";
+    for (std::size_t j = random() % 4; j > 0; --j) {
+      kernels += "<arg name='" + randomName(random) + "' type='" + randomName(random) + "'/>";
+    }
+    kernels += "</kernel>";
+  }
+  return inCore(kernels);
+}
+
+// Stored lists may hold equal names, and all that kernel XML does not tell.
+KernelList randomKnown(std::mt19937& random) {
+  KernelList known;
+  for (std::size_t i = random() % 4; i > 0; --i) {
+    KernelRecord record;
+    record.name = randomName(random);
+    record.type = random() % 2 == 0 ? KernelType::Unknown : KernelType::HLS;
+    for (std::size_t j = random() % 4; j > 0; --j) {
+      const std::string name = randomName(random);
+      record.arguments.append({name, "known", "known"}).instanceBits.resize(random() % 2);
+    }
+    if (random() % 2 == 0) record.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");
+    record.addBRAM("ram");
+    known.append(std::move(record));
+  }
+  return known;
+}
+
+TEST(KernelFile, MergingGivesWhatMergingRecordByRecordGives) {
+  std::mt19937 random(23);
+  for (int round = 0; round < rounds(4000); ++round) {
+    const std::string document = randomKernels(random);
+    const MemoryFile file;
+    file.write(document);
+    KernelFile reader(file.path().c_str());
+    ASSERT_TRUE(reader.parse());
+    KernelList known = randomKnown(random);
+    KernelList expected = known;
+    for (const KernelRecord& record : reader.kernels()) mergeKernel(expected, record);
+    reader.mergeInto(known);
+    ASSERT_TRUE(known == expected) << document;
+  }
 }
 
 TEST(KernelFile, FillsASetOfReservedWordsOfItsOwn) {
