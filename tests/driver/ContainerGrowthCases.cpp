@@ -228,8 +228,8 @@ void addTableCases(std::vector<GrowthCase>& cases) {
       {"NoContainer", rewriting([](std::size_t size) { return std::string(256 * size, 'x'); })});
 }
 
-// Many entries that describe all that follows the table, which is as long as the table is, and the
-// name of a project in the end.
+// Many entries that describe all that follows the table, and the name of a project in the end.
+// Names are so long that reading them takes longer than finding them.
 void addOverlapCases(std::vector<GrowthCase>& cases) {
   const auto table = [](SectionKind kind, auto makePayload) {
     return [=](std::size_t size) {
@@ -241,7 +241,7 @@ void addOverlapCases(std::vector<GrowthCase>& cases) {
              payload;
     };
   };
-  const auto bytes = [](std::size_t size) { return std::string(24 * size, 's'); };
+  const auto bytes = [](std::size_t size) { return std::string(2048 * size, 's'); };
   cases.push_back({"OverlappingNames", reading(table(SectionKind::ProjectName, bytes))});
   cases.push_back({"OverlappingNamesToDump", dumping(table(SectionKind::ProjectName, bytes))});
   cases.push_back({"OverlappingDwarf", reading(table(SectionKind::Dwarf, bytes))});
