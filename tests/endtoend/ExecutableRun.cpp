@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -93,6 +92,8 @@ ExecutableRun::ExecutableRun(const std::string& path, const std::vector<std::str
     actions.redirect(i == 0 ? STDOUT_FILENO : STDERR_FILENO, pipes[i].writeEnd);
   }
   process_ = spawnInOwnGroup(path, arguments, actions);
+  const rlimit limit{cpuLimit, cpuLimit};
+  if (prlimit(process_, RLIMIT_CPU, &limit, nullptr) != 0) check(errno, "limit");
   for (Pipe& pipe : pipes) close(pipe.writeEnd);
   collectOutput(pipes);
   awaitEnd();

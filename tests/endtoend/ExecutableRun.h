@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sys/resource.h>
 #include <sys/types.h>
 
 #include <array>
@@ -22,10 +23,15 @@ struct Outcome {
 std::ostream& operator<<(std::ostream& stream, const Outcome& outcome);
 
 /// One run of a program in a process group of its own: nothing on standard input, standard output
-/// and standard error collected apart. A run that takes too long is killed, and shows as SIGKILL.
+/// and standard error collected apart. A run that takes too much processor time is killed, and
+/// shows as SIGKILL; so is one that waits for ever.
 class ExecutableRun {
  public:
-  static constexpr std::chrono::seconds timeLimit{30};
+  /// The most processor time of the process, in seconds.
+  static constexpr rlim_t cpuLimit = 30;
+
+  /// The longest time until all is done. Ample, since others may keep the machine busy.
+  static constexpr std::chrono::minutes timeLimit{10};
 
   /// Runs the program at `path` in `folder` and waits for its end. `arguments` starts with what the
   /// program gets as its own name. Throws std::system_error when it cannot be started.

@@ -45,7 +45,9 @@ ExecutableRun ExecutableTest::start(const Arguments& arguments, const std::strin
 }
 
 ExecutableRun ExecutableTest::startScript(const std::string& script) const {
-  return {"/bin/bash", {"bash", "-c", script, executable}, path("")};
+  // Processes that the script starts at once would escape a limit that comes from outside.
+  const std::string limit = "ulimit -t " + std::to_string(ExecutableRun::cpuLimit) + "; ";
+  return {"/bin/bash", {"bash", "-c", limit + script, executable}, path("")};
 }
 
 void ExecutableTest::remove(std::string_view name) const { fs::remove_all(path(name)); }

@@ -4,12 +4,8 @@
 
 namespace consolidator {
 
-/// The start of a command of bash that runs "$0" with a time limit, which is ample: it is there to
-/// tell a run that hangs, by the status 124. Builds that check each step get more of it.
-#ifdef NDEBUG
-inline const std::string timed = "timeout 2 \"$0\" ";
-#else
-inline const std::string timed = "timeout 10 \"$0\" ";
-#endif
+/// The start of a command of bash that runs "$0" with a time limit. It is there to tell a run that
+/// waits for ever, by the status 124, and ample, since others may keep the machine busy.
+inline const std::string timed = "timeout 120 \"$0\" ";
 
 }  // namespace consolidator
