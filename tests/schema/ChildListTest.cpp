@@ -13,14 +13,14 @@ using List = ChildList<std::string>;
 
 List listOf(std::initializer_list<const char*> texts) {
   List list;
-  for (const char* const text : texts) list.append(text);
+  for (const char* const text : texts) list.append() = text;
   return list;
 }
 
 TEST(ChildListTest, KeepsTheOrderOfAppending) {
   List list;
   EXPECT_EQ(list.count(), 0U);
-  EXPECT_EQ(list.append("a"), "a");
+  list.append() = "a";
   EXPECT_EQ(list.append(), "");
   list.append() = "c";
   ASSERT_EQ(list.count(), 3U);
@@ -37,7 +37,7 @@ TEST(ChildListTest, VisitsChildrenInTheirOrder) {
 
 TEST(ChildListTest, ChildrenKeepTheirAddress) {
   List list;
-  const std::string* const first = &list.append("a");
+  const std::string* const first = &(list.append() = "a");
   for (int i = 0; i < 1000; ++i) list.append();
   EXPECT_EQ(&list.get(0), first);
 }
