@@ -2,7 +2,6 @@
 
 #include "lmx60/LmxException.h"
 #include "lmx60/MemorySource.h"
-#include "lmx60/XmlReader.h"
 #include "model/KernelRecord.h"
 #include "readers/HdlReservedWords.h"
 #include "schema/DevpackXmlReaderWriterLMX.h"
@@ -19,9 +18,7 @@ namespace consolidator {
 inline std::optional<Devpack::Project> readProject(std::string_view document) {
   try {
     lmx::error_code result{};
-    lmx::c_xml_reader reader(std::make_unique<lmx::c_memory_source>(document), result);
-    Devpack::Project project;
-    project.unmarshal(reader, "project");
+    Devpack::Project project(std::make_unique<lmx::c_memory_source>(document), result);
     if (result == lmx::error_code::ok) return project;
   } catch (const lmx::c_lmx_exception&) {
   }
@@ -33,11 +30,13 @@ class PlainKernelXml {
  public:
   explicit PlainKernelXml(const Devpack::Project& project) {
     static const HdlReservedWords words = reservedWords();
-    for (std::size_t p = 0; p < project.platform.count(); ++p) {
-      const Devpack::Platform& platform = project.platform.get(p);
-      for (std::size_t d = 0; d < platform.device.count(); ++d) {
-        const Devpack::Device& device = platform.device.get(d);
-        for (std::size_t c = 0; c < device.core.count(); ++c) take(device.core.get(c), words);
+    for (std::size_t p = 0; p < project.field<"platform">().count(); ++p) {
+      const Devpack::Platform& platform = project.get<"platform">(p);
+      for (std::size_t d = 0; d < platform.field<"device">().count(); ++d) {
+        const Devpack::Device& device = platform.get<"device">(d);
+        for (std::size_t c = 0; c < device.field<"core">().count(); ++c) {
+          take(device.get<"core">(c), words);
+        }
       }
     }
   }
@@ -53,13 +52,13 @@ class PlainKernelXml {
 
   // Each record holds the arguments of those before it.
   void take(const Devpack::Core& core, const HdlReservedWords& words) {
-    for (std::size_t k = 0; k < core.kernel.count(); ++k) {
-      const Devpack::Kernel& kernel = core.kernel.get(k);
-      record_.name = kernel.name.get();
-      for (std::size_t a = 0; a < kernel.arg.count(); ++a) {
-        const std::string_view name = kernel.arg.get(a).name.get();
+    for (std::size_t k = 0; k < core.field<"kernel">().count(); ++k) {
+      const Devpack::Kernel& kernel = core.get<"kernel">(k);
+      record_.name = kernel.get<"name">();
+      for (std::size_t a = 0; a < kernel.field<"arg">().count(); ++a) {
+        const std::string_view name = kernel.get<"arg">(a).get<"name">();
         record_.addArgument(restoreReservedWordName(name, words), name,
-                            kernel.arg.get(a).type.get());
+                            kernel.get<"arg">(a).get<"type">());
       }
       record_.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
       record_.addBreakableCondition(ConditionKind::Stop, "== $i/bq_done 1'b1");

@@ -17,9 +17,10 @@ namespace {
 // Calls `use` with every kernel of the project in document order.
 template <typename Use>
 void forEachKernel(const Devpack::Project& project, Use use) {
-  project.platform.forEach([&](const Devpack::Platform& platform) {
-    platform.device.forEach([&](const Devpack::Device& device) {
-      device.core.forEach([&](const Devpack::Core& core) { core.kernel.forEach(use); });
+  project.field<"platform">().forEach([&](const Devpack::Platform& platform) {
+    platform.field<"device">().forEach([&](const Devpack::Device& device) {
+      device.field<"core">().forEach(
+          [&](const Devpack::Core& core) { core.field<"kernel">().forEach(use); });
     });
   });
 }
@@ -103,12 +104,12 @@ void KernelFile::forEachRecord(Use use) const {
 }
 
 void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const {
-  record.name = kernel.name.get();
-  if (record.arguments.empty()) record.arguments.reserve(kernel.arg.count());
-  kernel.arg.forEach([&](const Devpack::Arg& argument) {
-    const std::string_view hardwareName = argument.name.get();
+  record.name = kernel.get<"name">();
+  if (record.arguments.empty()) record.arguments.reserve(kernel.field<"arg">().count());
+  kernel.field<"arg">().forEach([&](const Devpack::Arg& argument) {
+    const std::string_view hardwareName = argument.get<"name">();
     record.addArgument(restoreReservedWordName(hardwareName, reservedWords_), hardwareName,
-                       argument.type.get());
+                       argument.get<"type">());
   });
 }
 

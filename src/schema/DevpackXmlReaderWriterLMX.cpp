@@ -2,8 +2,6 @@
 
 #include "lmx60/XmlReader.h"
 #include "lmx60/XmlWriter.h"
-#include "schema/DevpackFields.h"
-#include "schema/ElementEngine.h"
 
 #include <fstream>
 #include <sstream>
@@ -18,8 +16,20 @@ constexpr std::string_view rootName = "project";
 
 }  // namespace
 
+Project::Project() = default;
+Project::Project(const Project&) = default;
+Project::Project(Project&&) noexcept = default;
+Project& Project::operator=(const Project&) = default;
+Project& Project::operator=(Project&&) noexcept = default;
+Project::~Project() = default;
+
 Project::Project(const char* fileName, lmx::error_code& errorCode) {
   lmx::c_xml_reader reader(fileName, errorCode);
+  unmarshal(reader, rootName);
+}
+
+Project::Project(std::unique_ptr<lmx::c_byte_source> source, lmx::error_code& errorCode) {
+  lmx::c_xml_reader reader(std::move(source), errorCode);
   unmarshal(reader, rootName);
 }
 
@@ -37,47 +47,5 @@ std::string Project::writeToString() const {
   writer.finish();
   return std::move(text).str();
 }
-
-template class Element<Version>;
-template class Element<Interface>;
-template class Element<Interfaces>;
-template class Element<Memory>;
-template class Element<Memories>;
-template class Element<Image>;
-template class Element<Images>;
-template class Element<Id>;
-template class Element<Board>;
-template class Element<Host>;
-template class Element<Clock>;
-template class Element<SystemClocks>;
-template class Element<KernelClocksClock>;
-template class Element<KernelClocks>;
-template class Element<RtlPort>;
-template class Element<ModuleType>;
-template class Element<Port>;
-template class Element<Arg>;
-template class Element<CompileWorkGroupSize>;
-template class Element<MaxWorkGroupSize>;
-template class Element<FormatString>;
-template class Element<StringTable>;
-template class Element<AddrRemap>;
-template class Element<Instance>;
-template class Element<InterfaceList>;
-template class Element<FIFOInst>;
-template class Element<FIFOInformation>;
-template class Element<Kernel>;
-template class Element<Connection>;
-template class Element<CoreMemoriesInstanceAddrRemap>;
-template class Element<CoreMemoriesInstance>;
-template class Element<CoreMemories>;
-template class Element<PipesInstance>;
-template class Element<Pipes>;
-template class Element<Slot>;
-template class Element<ProfilersInstance>;
-template class Element<Profilers>;
-template class Element<Core>;
-template class Element<Device>;
-template class Element<Platform>;
-template class Element<Project>;
 
 }  // namespace Devpack

@@ -1,426 +1,188 @@
 #pragma once
 
+#include "lmx60/ByteSource.h"
 #include "lmx60/ErrorCode.h"
-#include "lmx60/NamespaceMap.h"
-#include "schema/ChildList.h"
 #include "schema/Element.h"
-#include "schema/OptionalChild.h"
-#include "schema/OptionalValue.h"
 
+#include <memory>
 #include <string>
 
-/// The device and kernel metadata XML as typed values: one class for each element. Members are
-/// named for the attributes and child elements that they hold, and stand in the order in which
-/// these are written; how often a child occurs follows from its type.
+/// The device and kernel metadata XML as typed values: one class for each element, which is the
+/// list of its attributes and children in the order in which they are written.
 namespace Devpack {
 
 /// "version" of a platform.
-struct Version : Element<Version> {
-  Attribute major;
-  Attribute minor;
-
-  bool operator==(const Version&) const = default;
-};
+struct Version : Element<Attribute<"major">, Attribute<"minor">> {};
 
 /// "interface": one interface of a board.
-struct Interface : Element<Interface> {
-  Attribute id;
-  Attribute name;
-  Attribute type;
-
-  bool operator==(const Interface&) const = default;
-};
+struct Interface : Element<Attribute<"id">, Attribute<"name">, Attribute<"type">> {};
 
 /// "interfaces" of a board.
-struct Interfaces : Element<Interfaces> {
-  ChildList<Interface> interface;
-
-  bool operator==(const Interfaces&) const = default;
-};
+struct Interfaces : Element<Children<"interface", Interface>> {};
 
 /// "memory": one memory of a board.
-struct Memory : Element<Memory> {
-  Attribute name;
-  Attribute type;
-  Attribute size;
-
-  bool operator==(const Memory&) const = default;
-};
+struct Memory : Element<Attribute<"name">, Attribute<"type">, Attribute<"size">> {};
 
 /// "memories" of a board; those of a core are CoreMemories.
-struct Memories : Element<Memories> {
-  ChildList<Memory> memory;
-
-  bool operator==(const Memories&) const = default;
-};
+struct Memories : Element<Children<"memory", Memory>> {};
 
 /// "image": one picture of a board.
-struct Image : Element<Image> {
-  Attribute name;
-  Attribute type;
-
-  bool operator==(const Image&) const = default;
-};
+struct Image : Element<Attribute<"name">, Attribute<"type">> {};
 
 /// "images" of a board and the directory where they are.
-struct Images : Element<Images> {
-  Attribute directory;
-  ChildList<Image> image;
-
-  bool operator==(const Images&) const = default;
-};
+struct Images : Element<Attribute<"directory">, Children<"image", Image>> {};
 
 /// "id" of a board on its bus; texts only, no attributes.
-struct Id : Element<Id> {
-  TextElement vendor;
-  TextElement device;
-  TextElement subsystem;
-
-  bool operator==(const Id&) const = default;
-};
+struct Id : Element<TextElement<"vendor">, TextElement<"device">, TextElement<"subsystem">> {};
 
 /// "board" that carries the device.
-struct Board : Element<Board> {
-  Attribute name;
-  Attribute vendor;
-  Attribute fpga;
-  ChildList<Interfaces> interfaces;
-  ChildList<Memories> memories;
-  ChildList<Images> images;
-  ChildList<Id> id;
-  TextElement buildFlow;
-
-  bool operator==(const Board&) const = default;
+struct Board : Element<Attribute<"name">, Attribute<"vendor">, Attribute<"fpga">,
+                       Children<"interfaces", Interfaces>, Children<"memories", Memories>,
+                       Children<"images", Images>, Children<"id", Id>, TextElement<"build_flow">> {
 };
 
 /// "host" that the platform is attached to.
-struct Host : Element<Host> {
-  Attribute architecture;
-
-  bool operator==(const Host&) const = default;
-};
+struct Host : Element<Attribute<"architecture">> {};
 
 /// "clock" in "systemClocks".
-struct Clock : Element<Clock> {
-  Attribute port;
-  Attribute frequency;
-  Attribute name;
-
-  bool operator==(const Clock&) const = default;
-};
+struct Clock : Element<Attribute<"port">, Attribute<"frequency">, Attribute<"name">> {};
 
 /// "systemClocks" of a device.
-struct SystemClocks : Element<SystemClocks> {
-  ChildList<Clock> clock;
-
-  bool operator==(const SystemClocks&) const = default;
-};
+struct SystemClocks : Element<Children<"clock", Clock>> {};
 
 /// "clock" in "kernelClocks".
-struct KernelClocksClock : Element<KernelClocksClock> {
-  Attribute port;
-  Attribute frequency;
-  Attribute name;
-
-  bool operator==(const KernelClocksClock&) const = default;
-};
+struct KernelClocksClock : Element<Attribute<"port">, Attribute<"frequency">, Attribute<"name">> {};
 
 /// "kernelClocks" of a core.
-struct KernelClocks : Element<KernelClocks> {
-  ChildList<KernelClocksClock> clock;
-
-  bool operator==(const KernelClocks&) const = default;
-};
+struct KernelClocks : Element<Children<"clock", KernelClocksClock>> {};
 
 /// "rtlPort": what a module is connected through.
-struct RtlPort : Element<RtlPort> {
-  Attribute name;
-  Attribute object;
-  Attribute protocol;
-
-  bool operator==(const RtlPort&) const = default;
-};
+struct RtlPort : Element<Attribute<"name">, Attribute<"object">, Attribute<"protocol">> {};
 
 /// "module" of a kernel, or of another module.
-struct ModuleType : Element<ModuleType> {
-  Attribute name;
-  Attribute instName;
-  Attribute type;
-  OptionalChild<RtlPort> rtlPort;
-  ChildList<ModuleType> module;
-
-  bool operator==(const ModuleType&) const = default;
-};
+struct ModuleType : Element<Attribute<"name">, Attribute<"instName">, Attribute<"type">,
+                            Child<"rtlPort", RtlPort>, Children<"module", ModuleType>> {};
 
 /// "port" of a kernel: one of its bus interfaces.
-struct Port : Element<Port> {
-  Attribute name;
-  Attribute mode;
-  Attribute range;
-  Attribute dataWidth;
-  Attribute portType;
-  Attribute base;
-
-  bool operator==(const Port&) const = default;
-};
+struct Port : Element<Attribute<"name">, Attribute<"mode">, Attribute<"range">,
+                      Attribute<"dataWidth">, Attribute<"portType">, Attribute<"base">> {};
 
 /// "arg" of a kernel: one argument and where it lies in the register space.
-struct Arg : Element<Arg> {
-  Attribute name;
-  UnsignedAttribute addressQualifier;
-  Attribute id;
-  Attribute port;
-  Attribute size;
-  Attribute offset;
-  Attribute hostOffset;
-  Attribute hostSize;
-  Attribute type;
-  Attribute memSize;
-  Attribute origName;
-  Attribute origUse;
-
-  bool operator==(const Arg&) const = default;
-};
+struct Arg : Element<Attribute<"name">, UnsignedAttribute<"addressQualifier">, Attribute<"id">,
+                     Attribute<"port">, Attribute<"size">, Attribute<"offset">,
+                     Attribute<"hostOffset">, Attribute<"hostSize">, Attribute<"type">,
+                     Attribute<"memSize">, Attribute<"origName">, Attribute<"origUse">> {};
 
 /// "compileWorkGroupSize" of a kernel.
-struct CompileWorkGroupSize : Element<CompileWorkGroupSize> {
-  Attribute x;
-  Attribute y;
-  Attribute z;
-
-  bool operator==(const CompileWorkGroupSize&) const = default;
-};
+struct CompileWorkGroupSize : Element<Attribute<"x">, Attribute<"y">, Attribute<"z">> {};
 
 /// "maxWorkGroupSize" of a kernel.
-struct MaxWorkGroupSize : Element<MaxWorkGroupSize> {
-  Attribute x;
-  Attribute y;
-  Attribute z;
-
-  bool operator==(const MaxWorkGroupSize&) const = default;
-};
+struct MaxWorkGroupSize : Element<Attribute<"x">, Attribute<"y">, Attribute<"z">> {};
 
 /// "format_string": one text that the kernel can print.
-struct FormatString : Element<FormatString> {
-  Attribute id;
-  Attribute value;
-
-  bool operator==(const FormatString&) const = default;
-};
+struct FormatString : Element<Attribute<"id">, Attribute<"value">> {};
 
 /// "string_table" of a kernel.
-struct StringTable : Element<StringTable> {
-  ChildList<FormatString> formatString;
-
-  bool operator==(const StringTable&) const = default;
-};
+struct StringTable : Element<Children<"format_string", FormatString>> {};
 
 /// "addrRemap" in an "instance" of a kernel.
-struct AddrRemap : Element<AddrRemap> {
-  Attribute base;
-  Attribute port;
-
-  bool operator==(const AddrRemap&) const = default;
-};
+struct AddrRemap : Element<Attribute<"base">, Attribute<"port">> {};
 
 /// "instance" of a kernel: one copy of it in the device.
-struct Instance : Element<Instance> {
-  Attribute name;
-  ChildList<AddrRemap> addrRemap;
-
-  bool operator==(const Instance&) const = default;
-};
+struct Instance : Element<Attribute<"name">, Children<"addrRemap", AddrRemap>> {};
 
 /// "InterfaceList" of a FIFO.
-struct InterfaceList : Element<InterfaceList> {
-  TextElement interface;
-
-  bool operator==(const InterfaceList&) const = default;
-};
+struct InterfaceList : Element<TextElement<"Interface">> {};
 
 /// "FIFOInst": one FIFO inside a kernel; texts only, no attributes.
-struct FIFOInst : Element<FIFOInst> {
-  TextElement name;
-  TextElement parentInst;
-  TextElement staticDepth;
-  TextElement runtimeDepth;
-  ChildList<InterfaceList> interfaceList;
-
-  bool operator==(const FIFOInst&) const = default;
-};
+struct FIFOInst
+    : Element<TextElement<"Name">, TextElement<"ParentInst">, TextElement<"StaticDepth">,
+              TextElement<"RuntimeDepth">, Children<"InterfaceList", InterfaceList>> {};
 
 /// "FIFOInformation" of a kernel.
-struct FIFOInformation : Element<FIFOInformation> {
-  ChildList<FIFOInst> fifoInst;
-
-  bool operator==(const FIFOInformation&) const = default;
-};
+struct FIFOInformation : Element<Children<"FIFOInst", FIFOInst>> {};
 
 /// "kernel" of a core.
-struct Kernel : Element<Kernel> {
-  Attribute name;
-  Attribute language;
-  Attribute vlnv;
-  Attribute attributes;
-  Attribute hash;
-  Attribute preferredWorkGroupSizeMultiple;
-  Attribute workGroupSize;
-  Attribute debug;
-  Attribute interrupt;
-  Attribute hwControlProtocol;
-  Attribute countedAutoRestart;
-  Attribute deadlockDetection;
-  Attribute mailbox;
-  Attribute swReset;
-  ChildList<ModuleType> module;
-  ChildList<Port> port;
-  ChildList<Arg> arg;
-  ChildList<CompileWorkGroupSize> compileWorkGroupSize;
-  OptionalChild<MaxWorkGroupSize> maxWorkGroupSize;
-  OptionalChild<StringTable> stringTable;
-  ChildList<Instance> instance;
-  ChildList<FIFOInformation> fifoInformation;
-
-  bool operator==(const Kernel&) const = default;
-};
+struct Kernel
+    : Element<Attribute<"name">, RareAttribute<"language">, RareAttribute<"vlnv">,
+              RareAttribute<"attributes">, RareAttribute<"hash">,
+              RareAttribute<"preferredWorkGroupSizeMultiple">, RareAttribute<"workGroupSize">,
+              RareAttribute<"debug">, RareAttribute<"interrupt">,
+              RareAttribute<"hwControlProtocol">, RareAttribute<"countedAutoRestart">,
+              RareAttribute<"deadlockDetection">, RareAttribute<"mailbox">,
+              RareAttribute<"swReset">, Children<"module", ModuleType>, Children<"port", Port>,
+              Children<"arg", Arg>, Children<"compileWorkGroupSize", CompileWorkGroupSize>,
+              Child<"maxWorkGroupSize", MaxWorkGroupSize>, Child<"string_table", StringTable>,
+              Children<"instance", Instance>, Children<"FIFOInformation", FIFOInformation>> {};
 
 /// "connection" between two ports of a core.
-struct Connection : Element<Connection> {
-  Attribute srcType;
-  Attribute srcInst;
-  Attribute srcPort;
-  Attribute dstType;
-  Attribute dstInst;
-  Attribute dstPort;
-
-  bool operator==(const Connection&) const = default;
-};
+struct Connection : Element<Attribute<"srcType">, Attribute<"srcInst">, Attribute<"srcPort">,
+                            Attribute<"dstType">, Attribute<"dstInst">, Attribute<"dstPort">> {};
 
 /// "addrRemap" in an "instance" of a core's memories.
-struct CoreMemoriesInstanceAddrRemap : Element<CoreMemoriesInstanceAddrRemap> {
-  Attribute base;
-  Attribute range;
-
-  bool operator==(const CoreMemoriesInstanceAddrRemap&) const = default;
-};
+struct CoreMemoriesInstanceAddrRemap : Element<Attribute<"base">, Attribute<"range">> {};
 
 /// "instance" in the memories of a core.
-struct CoreMemoriesInstance : Element<CoreMemoriesInstance> {
-  Attribute name;
-  Attribute size;
-  Attribute linkage;
-  ChildList<CoreMemoriesInstanceAddrRemap> addrRemap;
-
-  bool operator==(const CoreMemoriesInstance&) const = default;
-};
+struct CoreMemoriesInstance : Element<Attribute<"name">, Attribute<"size">, Attribute<"linkage">,
+                                      Children<"addrRemap", CoreMemoriesInstanceAddrRemap>> {};
 
 /// "memories" of a core; those of a board are Memories.
-struct CoreMemories : Element<CoreMemories> {
-  ChildList<CoreMemoriesInstance> instance;
-
-  bool operator==(const CoreMemories&) const = default;
-};
+struct CoreMemories : Element<Children<"instance", CoreMemoriesInstance>> {};
 
 /// "instance" in "pipes".
-struct PipesInstance : Element<PipesInstance> {
-  Attribute name;
-  Attribute width;
-  Attribute depth;
-  Attribute linkage;
-
-  bool operator==(const PipesInstance&) const = default;
-};
+struct PipesInstance
+    : Element<Attribute<"name">, Attribute<"width">, Attribute<"depth">, Attribute<"linkage">> {};
 
 /// "pipes" of a core.
-struct Pipes : Element<Pipes> {
-  ChildList<PipesInstance> instance;
-
-  bool operator==(const Pipes&) const = default;
-};
+struct Pipes : Element<Children<"instance", PipesInstance>> {};
 
 /// "slot": one thing that a profiler watches.
-struct Slot : Element<Slot> {
-  Attribute name;
-  Attribute index;
-  Attribute type;
-
-  bool operator==(const Slot&) const = default;
-};
+struct Slot : Element<Attribute<"name">, Attribute<"index">, Attribute<"type">> {};
 
 /// "instance" in "profilers".
-struct ProfilersInstance : Element<ProfilersInstance> {
-  Attribute name;
-  Attribute addrOffset;
-  Attribute numSlots;
-  Attribute useCounters;
-  Attribute useTrace;
-  Attribute offloadType;
-  ChildList<Slot> slot;
-
-  bool operator==(const ProfilersInstance&) const = default;
-};
+struct ProfilersInstance
+    : Element<Attribute<"name">, Attribute<"addrOffset">, Attribute<"numSlots">,
+              Attribute<"useCounters">, Attribute<"useTrace">, Attribute<"offloadType">,
+              Children<"slot", Slot>> {};
 
 /// "profilers" of a core.
-struct Profilers : Element<Profilers> {
-  ChildList<ProfilersInstance> instance;
-
-  bool operator==(const Profilers&) const = default;
-};
+struct Profilers : Element<Children<"instance", ProfilersInstance>> {};
 
 /// "core": a region of the device that holds kernels.
-struct Core : Element<Core> {
-  Attribute name;
-  Attribute target;
-  Attribute type;
-  Attribute clockFreq;
-  Attribute numComputeUnits;
-  OptionalChild<KernelClocks> kernelClocks;
-  ChildList<Kernel> kernel;
-  ChildList<Connection> connection;
-  ChildList<CoreMemories> memories;
-  ChildList<Pipes> pipes;
-  OptionalChild<Profilers> profilers;
-
-  bool operator==(const Core&) const = default;
-};
+struct Core : Element<Attribute<"name">, Attribute<"target">, Attribute<"type">,
+                      Attribute<"clockFreq">, Attribute<"numComputeUnits">,
+                      Child<"kernelClocks", KernelClocks>, Children<"kernel", Kernel>,
+                      Children<"connection", Connection>, Children<"memories", CoreMemories>,
+                      Children<"pipes", Pipes>, Child<"profilers", Profilers>> {};
 
 /// "device": one programmable device of a platform.
-struct Device : Element<Device> {
-  Attribute name;
-  Attribute fpgaDevice;
-  Attribute addrWidth;
-  OptionalChild<SystemClocks> systemClocks;
-  ChildList<Core> core;
-
-  bool operator==(const Device&) const = default;
-};
+struct Device : Element<Attribute<"name">, Attribute<"fpgaDevice">, Attribute<"addrWidth">,
+                        Child<"systemClocks", SystemClocks>, Children<"core", Core>> {};
 
 /// "platform": a board, its host and its devices.
-struct Platform : Element<Platform> {
-  Attribute vendor;
-  Attribute boardid;
-  Attribute name;
-  Attribute ipiboard;
-  Attribute cfplatform;
-  Attribute featureRomTime;
-  ChildList<Version> version;
-  TextElement description;
-  ChildList<Board> board;
-  TextElement buildFlow;
-  OptionalChild<Host> host;
-  ChildList<Device> device;
-
-  bool operator==(const Platform&) const = default;
-};
+struct Platform
+    : Element<Attribute<"vendor">, Attribute<"boardid">, Attribute<"name">, Attribute<"ipiboard">,
+              Attribute<"cfplatform">, Attribute<"featureRomTime">, Children<"version", Version>,
+              TextElement<"description">, Children<"board", Board>, TextElement<"build_flow">,
+              Child<"host", Host>, Children<"device", Device>> {};
 
 /// "project", the root of the document.
-struct Project : Element<Project> {
-  Project() = default;
+struct Project : Element<Attribute<"name">, Namespaces<"xmlns">, Children<"platform", Platform>> {
+  // Of the whole tree; not in the header, so that its users need not compile them.
+  Project();
+  Project(const Project& other);
+  Project(Project&& other) noexcept;
+  Project& operator=(const Project& other);
+  Project& operator=(Project&& other) noexcept;
+  ~Project();
 
   /// Reads the document in a file. `errorCode` is `not_read` until that has come to its end, and
   /// `ok` after it. A file that cannot be opened makes it `file_not_opened` and an empty project;
   /// every fault of the document is thrown as a `lmx::c_lmx_exception`, whose code it gets.
   Project(const char* fileName, lmx::error_code& errorCode);
+
+  /// The same from any source.
+  Project(std::unique_ptr<lmx::c_byte_source> source, lmx::error_code& errorCode);
 
   /// Writes the document to a file, which is created or overwritten. Returns `not_written` when it
   /// could not be written in full. The tool itself writes no document, here or below; other code is
@@ -429,12 +191,6 @@ struct Project : Element<Project> {
 
   /// The document as a text in UTF-8.
   std::string writeToString() const;
-
-  Attribute name;
-  lmx::c_namespace_map namespaceMap;  ///< declared on the root; kept so that it is written again
-  ChildList<Platform> platform;
-
-  bool operator==(const Project&) const = default;
 };
 
 }  // namespace Devpack

@@ -21,9 +21,6 @@ class ElementProbe {
   ElementProbe& operator=(const ElementProbe&) = delete;
   virtual ~ElementProbe() = default;
 
-  /// Another probe with an empty element of the same class.
-  virtual std::unique_ptr<ElementProbe> fresh() const = 0;
-
   virtual std::unique_ptr<ElementProbe> copied() const = 0;
   virtual std::unique_ptr<ElementProbe> moved() = 0;
   virtual void assign(const ElementProbe& other) = 0;
@@ -32,14 +29,18 @@ class ElementProbe {
   virtual void unmarshal(lmx::c_xml_reader& reader, std::string_view name) = 0;
   virtual void marshal(lmx::c_xml_writer& writer, std::string_view name) const = 0;
 
+  virtual const ElementTable& table() const = 0;
+
   /// The names of the fields in their order.
-  virtual std::vector<std::string_view> fieldNames() const = 0;
+  std::vector<std::string_view> fieldNames() const {
+    std::vector<std::string_view> names;
+    for (const FieldAccess& field : table().attributes) names.push_back(field.name);
+    for (const FieldAccess& field : table().children) names.push_back(field.name);
+    return names;
+  }
 
   /// Fills the field of that index.
   virtual void fillField(std::size_t index, Filler& filler) = 0;
-
-  /// Sets the field of that index to what it is in the other element.
-  virtual void copyField(std::size_t index, const ElementProbe& other) = 0;
 
   void fillAllFields() {
     Filler filler;
@@ -53,10 +54,6 @@ class ElementProbeOf final : public ElementProbe {
   ElementProbeOf() = default;
 
   explicit ElementProbeOf(Class element) : element_(std::move(element)) {}
-
-  std::unique_ptr<ElementProbe> fresh() const override {
-    return std::make_unique<ElementProbeOf>();
-  }
 
   std::unique_ptr<ElementProbe> copied() const override {
     return std::make_unique<ElementProbeOf>(element_);
@@ -82,31 +79,18 @@ class ElementProbeOf final : public ElementProbe {
     element_.marshal(writer, name);
   }
 
-  std::vector<std::string_view> fieldNames() const override {
-    return fieldsOf<Class>(
-        [](const auto&... field) { return std::vector<std::string_view>{field.name...}; });
-  }
+  const ElementTable& table() const override { return Class::table; }
 
   void fillField(std::size_t index, Filler& filler) override {
-    withField(index, [&](const auto& field) { filler.fill(element_.*field.member); });
-  }
-
-  void copyField(std::size_t index, const ElementProbe& other) override {
-    withField(index,
-              [&](const auto& field) { element_.*field.member = elementOf(other).*field.member; });
+    std::size_t next = 0;
+    forEachField(element_, [&](auto& value) {
+      if (next++ == index) filler.fill(value);
+    });
   }
 
  private:
   static const Class& elementOf(const ElementProbe& probe) {
     return dynamic_cast<const ElementProbeOf&>(probe).element_;
-  }
-
-  template <typename Action>
-  static void withField(std::size_t index, Action action) {
-    fieldsOf<Class>([&](const auto&... field) {
-      std::size_t next = 0;
-      ((next++ == index ? action(field) : void()), ...);
-    });
   }
 
   Class element_;

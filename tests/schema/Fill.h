@@ -1,47 +1,43 @@
 #pragma once
 
-#include "lmx60/NamespaceMap.h"
-#include "schema/ChildList.h"
-#include "schema/DevpackFields.h"
-#include "schema/OptionalChild.h"
-#include "schema/OptionalValue.h"
+#include "schema/ElementClasses.h"
 
 #include <cstdint>
 #include <string>
 
 namespace Devpack {
 
-/// Gives the members of elements values that all differ and that need escaping.
+/// Gives the fields of elements values that all differ and that need escaping.
 class Filler {
  public:
-  void fill(Attribute& member) { member.set(text()); }
+  void fill(OptionalText& value) { value.set(text()); }
 
-  void fill(TextElement& member) { member.set(text()); }
+  void fill(RareText& value) { value.set(text()); }
 
-  void fill(UnsignedAttribute& member) { member.set(4294967295U - ++count_); }
+  void fill(OptionalNumber& value) { value.set(4294967295U - ++count_); }
 
-  void fill(lmx::c_namespace_map& member) {
-    member.push_back({"p" + std::to_string(++count_), text()});
+  void fill(lmx::c_namespace_map& value) {
+    value.push_back({"p" + std::to_string(++count_), text()});
   }
 
-  template <typename Child>
-  void fill(OptionalChild<Child>& member) {
-    fillElement(member.set());
+  template <typename Class>
+  void fill(OptionalChild<Class>& value) {
+    fillElement(value.set());
   }
 
-  template <typename Child>
-  void fill(ChildList<Child>& member) {
-    fillElement(member.append());
-    fillElement(member.append());
+  template <typename Class>
+  void fill(ChildList<Class>& value) {
+    fillElement(value.append());
+    fillElement(value.append());
   }
 
-  /// Fills all members of an element, and of its children down to a limited depth.
+  /// Fills all fields of an element, and of its children down to a limited depth.
   template <typename Class>
   void fillElement(Class& element) {
     constexpr int greatestDepth = 9;
     if (depth_ == greatestDepth) return;
     ++depth_;
-    fieldsOf<Class>([&](const auto&... field) { (fill(element.*field.member), ...); });
+    forEachField(element, [this](auto& value) { this->fill(value); });
     --depth_;
   }
 

@@ -1,4 +1,3 @@
-#include "schema/DevpackFields.h"
 #include "schema/ElementClasses.h"
 
 #include <gtest/gtest.h>
@@ -12,38 +11,61 @@
 namespace Devpack {
 namespace {
 
+// What stands for a field in the table.
+template <FieldName name>
+std::string row(const Attribute<name>* /*field*/) {
+  return " @" + std::string(name.view());
+}
+
+template <FieldName name>
+std::string row(const RareAttribute<name>* /*field*/) {
+  return " @" + std::string(name.view());
+}
+
+template <FieldName name>
+std::string row(const UnsignedAttribute<name>* /*field*/) {
+  return " @u32 " + std::string(name.view());
+}
+
+template <FieldName name>
+std::string row(const Namespaces<name>* /*field*/) {
+  return " " + std::string(name.view());
+}
+
+template <FieldName name>
+std::string row(const TextElement<name>* /*field*/) {
+  return " " + std::string(name.view()) + "=";
+}
+
+template <FieldName name, typename Class>
+std::string row(const Child<name, Class>* /*field*/) {
+  return " " + std::string(name.view()) + "?";
+}
+
+template <FieldName name, typename Class>
+std::string row(const Children<name, Class>* /*field*/) {
+  return " " + std::string(name.view()) + "*";
+}
+
 // Writes one line for each element class: the path to its element, then its attributes (@), texts
 // (=), single children (?), lists of children (*), all in order.
 class TableWriter {
  public:
   template <typename Class>
   void add(const std::string& path) {
-    if (!known_.insert(typeid(Class)).second) return;
-    table_ += path + ":";
-    fieldsOf<Class>([&](const auto&... field) { (addField(field), ...); });
-    table_ += '\n';
-    fieldsOf<Class>([&](const auto&... field) { (descend(path, field), ...); });
+    if constexpr (!std::is_void_v<Class>) {
+      if (!known_.insert(typeid(Class)).second) return;
+      addFields(path, decltype(fieldsOf(Class()))());
+    }
   }
 
   const std::string& table() const { return table_; }
 
  private:
-  template <typename Class, typename Member>
-  void addField(const Field<Class, Member>& field) {
-    table_ += ' ';
-    if (std::is_same_v<Member, Attribute>) table_ += '@';
-    if (std::is_same_v<Member, UnsignedAttribute>) table_ += "@u32 ";
-    table_ += field.name;
-    if (std::is_same_v<Member, TextElement>) table_ += '=';
-    using Child = typename ChildClass<Member>::Type;
-    if (std::is_same_v<Member, OptionalChild<Child>>) table_ += '?';
-    if (std::is_same_v<Member, ChildList<Child>>) table_ += '*';
-  }
-
-  template <typename Class, typename Member>
-  void descend(const std::string& path, const Field<Class, Member>& field) {
-    using Child = typename ChildClass<Member>::Type;
-    if constexpr (!std::is_void_v<Child>) add<Child>(path + '/' + std::string(field.name));
+  template <typename... Fields>
+  void addFields(const std::string& path, TypeList<Fields...> /*fields*/) {
+    table_ += path + ":" + (row(static_cast<Fields*>(nullptr)) + ...) + '\n';
+    (add<typename ChildClass<Fields>::Type>(path + '/' + std::string(Fields::name)), ...);
   }
 
   std::string table_;
@@ -94,7 +116,7 @@ project/platform/device/core/profilers/instance: @name @addrOffset @numSlots @us
 project/platform/device/core/profilers/instance/slot: @name @index @type
 )";
 
-TEST(DevpackFieldsTest, HoldTheWholeElementTree) {
+TEST(ElementTreeTest, HoldsEveryElementWithItsFields) {
   TableWriter writer;
   writer.add<Project>("project");
   EXPECT_EQ(writer.table(), table);
