@@ -1,4 +1,6 @@
 #include "lmx60/LmxException.h"
+#include "lmx60/MemorySource.h"
+#include "lmx60/XmlReader.h"
 #include "schema/DevpackXmlReaderWriterLMX.h"
 #include "schema/ReadProject.h"
 #include "schema/SampleDocument.h"
@@ -9,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -214,7 +217,7 @@ TEST(ProjectTest, LeavesNoNamespaceMapInTheReader) {
       EXPECT_NE(result, lmx::error_code::ok);
     }
     reader.add_namespace_mapping("late", "urn:late");
-    EXPECT_EQ(project.namespaceMap.size(), result == lmx::error_code::ok ? 1U : 0U) << document;
+    EXPECT_EQ(project.field<"xmlns">().size(), result == lmx::error_code::ok ? 1U : 0U) << document;
   }
 }
 
