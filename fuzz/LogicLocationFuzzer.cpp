@@ -54,8 +54,7 @@ KernelList kernelsOf(const std::string& description) {
 }
 
 void requirePlainResult(LLFile& reader, const std::string& text, const KernelList& kernels) {
-  const std::vector<KernelRecord> plain =
-      readLogicLocationsPlainly(text, {kernels.begin(), kernels.end()});
+  const KernelSequence plain = readLogicLocationsPlainly(text, {kernels.begin(), kernels.end()});
   require(reader.isValid(), "the input can be opened");
   reader.setKernels(kernels);
   require(reader.parse(), "a file that can be read is never refused");

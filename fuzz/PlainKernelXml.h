@@ -41,7 +41,7 @@ class PlainKernelXml {
     }
   }
 
-  const std::vector<KernelRecord>& records() const { return records_; }
+  const KernelSequence& records() const { return records_; }
 
  private:
   static HdlReservedWords reservedWords() {
@@ -67,7 +67,7 @@ class PlainKernelXml {
   }
 
   KernelRecord record_;
-  std::vector<KernelRecord> records_;
+  KernelSequence records_;
 };
 
 }  // namespace consolidator

@@ -104,7 +104,7 @@ class PlainRun {
     for (const KernelRecord& kernel : recordsOf(file)) mergeKernel(kernels_, kernel);
   }
 
-  std::vector<KernelRecord> recordsOf(const RunFile& file) {
+  KernelSequence recordsOf(const RunFile& file) {
     switch (file.option) {
       case 'h':
         return hierarchyRecords(file);
@@ -121,14 +121,14 @@ class PlainRun {
     }
   }
 
-  static std::vector<KernelRecord> listOf(const std::optional<KernelRecord>& record) {
-    return record ? std::vector{*record} : std::vector<KernelRecord>();
+  static KernelSequence listOf(const std::optional<KernelRecord>& record) {
+    return record ? KernelSequence{*record} : KernelSequence();
   }
 
-  std::vector<KernelRecord> hierarchyRecords(const RunFile& file) {
+  KernelSequence hierarchyRecords(const RunFile& file) {
     const PlainHierarchy plain = readHierarchyPlainly(file.content(), file.path);
     messages += plain.messages;
-    return plain.result ? plain.kernels : std::vector<KernelRecord>();
+    return plain.result ? plain.kernels : KernelSequence();
   }
 
   static HdlReservedWords reservedWords() {
@@ -137,14 +137,14 @@ class PlainRun {
     return words;
   }
 
-  std::vector<KernelRecord> auxiliaryRecords(const RunFile& file) {
+  KernelSequence auxiliaryRecords(const RunFile& file) {
     static const HdlReservedWords words = reservedWords();
     const std::optional<KernelRecord> record = PlainAuxiliaryReader(file.content(), words).read();
     if (!record) messages += "Malformed auxiliary file: " + file.path + "\n";
     return listOf(record);
   }
 
-  std::vector<KernelRecord> kernelXmlRecords(const std::string& document) {
+  KernelSequence kernelXmlRecords(const std::string& document) {
     const std::optional<Devpack::Project> project = readProject(document);
     if (project) return PlainKernelXml(*project).records();
     messages += "Could not parse kernel file\n";

@@ -20,7 +20,7 @@ inline bool hasSeveral(const PlainContainer& container, SectionKind kind) {
                        [&](const SectionEntry& entry) { return entry.kind == kind; }) > 1;
 }
 
-inline std::vector<KernelRecord> withoutConditionTexts(std::vector<KernelRecord> kernels) {
+inline KernelSequence withoutConditionTexts(KernelSequence kernels) {
   for (KernelRecord& kernel : kernels) {
     kernel.breakableConditions.edit([](std::vector<BreakableCondition>& conditions) {
       for (BreakableCondition& condition : conditions) condition.condition.clear();

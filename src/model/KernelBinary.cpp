@@ -65,9 +65,10 @@ bool readList(ByteReader& in, std::vector<T>& list) {
 
 template <typename T, typename KeyOf>
 bool readList(ByteReader& in, KeyedList<T, KeyOf>& list) {
-  bool complete = false;
-  list.edit([&](std::vector<T>& items) { complete = readList(in, items); });
-  return complete;
+  std::vector<T> items = list.takeItems();
+  const bool isComplete = readList(in, items);
+  list = KeyedList<T, KeyOf>(std::move(items));
+  return isComplete;
 }
 
 bool skipText(ByteReader& in) { return in.skipText(); }

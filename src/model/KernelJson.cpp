@@ -175,7 +175,7 @@ void KernelRecord::writeJson(ByteWriter& out) const {
 
 void writeKernelsJson(KernelList& kernels, ByteWriter& out) {
   out.write("{  \"Kernels\" : [ ");
-  kernels.edit([&](std::vector<KernelRecord>& records) {
+  kernels.edit([&](KernelSequence& records) {
     writeSeparated(out, records, [&](KernelRecord& kernel, std::uint32_t) {
       kernel.prepareBreakableConditions();
       kernel.writeJson(out);

@@ -47,7 +47,7 @@ void mergeKernel(KernelList& kernels, KernelRecord incoming) {
   }
 }
 
-void mergeKernels(KernelList& kernels, std::vector<KernelRecord>&& incoming) {
+void mergeKernels(KernelList& kernels, KernelSequence&& incoming) {
   if (kernels.empty()) {
     // The usual first input of a new file, and often a large one: taken as a whole.
     KernelList taken(std::move(incoming));
@@ -57,7 +57,10 @@ void mergeKernels(KernelList& kernels, std::vector<KernelRecord>&& incoming) {
     }
     incoming = taken.takeItems();
   }
-  for (KernelRecord& record : incoming) mergeKernel(kernels, std::move(record));
+  // Each gives its room to what comes of it.
+  for (; !incoming.empty(); incoming.pop_front()) {
+    mergeKernel(kernels, std::move(incoming.front()));
+  }
 }
 
 }  // namespace consolidator

@@ -16,6 +16,6 @@ namespace consolidator {
 void mergeKernel(KernelList& kernels, KernelRecord incoming);
 
 /// Merges records one after the other in their order.
-void mergeKernels(KernelList& kernels, std::vector<KernelRecord>&& incoming);
+void mergeKernels(KernelList& kernels, KernelSequence&& incoming);
 
 }  // namespace consolidator

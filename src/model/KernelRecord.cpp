@@ -62,6 +62,7 @@ void KernelRecord::addBreakableCondition(const BreakableCondition& condition) {
 void KernelRecord::addBRAM(std::string_view bramName) { brams.emplace_back(bramName); }
 
 void KernelRecord::prepareBreakableConditions() {
+  if (breakableConditions.empty()) return;
   breakableConditions.edit([](std::vector<BreakableCondition>& conditions) {
     std::erase_if(conditions, [](const BreakableCondition& condition) {
       return isTriviallyTrue(condition.condition);

@@ -5,6 +5,8 @@
 #include "model/KeyedList.h"
 #include "model/VariableRecord.h"
 
+#include <boost/container/deque.hpp>
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -103,6 +105,13 @@ struct KernelKey : TextKeyHash {
   std::string_view operator()(const KernelRecord& kernel) const { return kernel.name; }
 };
 
-using KernelList = KeyedList<KernelRecord, KernelKey>;
+/// Records in an order. There may be very many of these large values: in blocks they need not be
+/// moved when more of them come, which would take room for all of them twice. Small blocks, as
+/// std::deque has them, make reading and writing a large model a sixth slower.
+using KernelSequence =
+    boost::container::deque<KernelRecord, void,
+                            boost::container::deque_options_t<boost::container::block_size<512>>>;
+
+using KernelList = KeyedList<KernelRecord, KernelKey, KernelSequence>;
 
 }  // namespace consolidator

@@ -3,6 +3,7 @@
 #include "model/KeyedHash.h"
 #include "model/PositionIndex.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -19,20 +20,28 @@ namespace consolidator {
 /// `KeyOf` is a function object that returns the key of an element: a value that compares with
 /// `==` and for which `KeyOf::hash(key)` gives a keyed hash. Short lists are searched linearly;
 /// from `indexedFrom` elements on the first search builds a hash index, which later appends keep up
-/// to date, so that n add-if-absent calls cost O(n).
-template <typename T, typename KeyOf>
+/// to date, so that n add-if-absent calls cost O(n). `Items` is the sequence that holds the
+/// elements.
+///
+/// An empty list is no larger than a pointer: most lists of a model are empty, and there may be
+/// five of them for each three bytes of an input.
+template <typename T, typename KeyOf, typename Items = std::vector<T>>
 class KeyedList {
  public:
   using Key = std::invoke_result_t<KeyOf, const T&>;
   using value_type = T;
-  using const_iterator = typename std::vector<T>::const_iterator;
+  using const_iterator = typename Items::const_iterator;
 
   KeyedList() = default;
 
-  explicit KeyedList(std::vector<T>&& items) : items_(std::move(items)) {}
+  explicit KeyedList(Items&& items) {
+    if (!items.empty()) contents().items = std::move(items);
+  }
 
   // Copies do not pay for an index before they are searched.
-  KeyedList(const KeyedList& other) : items_(other.items_) {}
+  KeyedList(const KeyedList& other) {
+    if (!other.empty()) contents().items = other.contents_->items;
+  }
 
   KeyedList(KeyedList&& other) noexcept = default;
 
@@ -45,99 +54,119 @@ class KeyedList {
 
   ~KeyedList() = default;
 
-  bool empty() const { return items_.empty(); }
+  bool empty() const { return size() == 0; }
 
-  std::size_t size() const { return items_.size(); }
+  std::size_t size() const { return contents_ ? contents_->items.size() : 0; }
 
-  const_iterator begin() const { return items_.begin(); }
+  const_iterator begin() const { return contents_ ? contents_->items.cbegin() : const_iterator(); }
 
-  const_iterator end() const { return items_.end(); }
+  const_iterator end() const { return contents_ ? contents_->items.cend() : const_iterator(); }
 
-  const T& operator[](std::size_t position) const { return items_[position]; }
+  const T& operator[](std::size_t position) const { return contents_->items[position]; }
 
-  const T& front() const { return items_.front(); }
+  const T& front() const { return contents_->items.front(); }
 
-  const T& back() const { return items_.back(); }
+  const T& back() const { return contents_->items.back(); }
 
-  void reserve(std::size_t count) { items_.reserve(count); }
+  void reserve(std::size_t count) {
+    if (count > 0) contents().items.reserve(count);
+  }
 
+  /// Removes all elements, whose room is kept for others.
   void clear() {
-    items_.clear();
-    index_.reset();
+    if (contents_) edit([](Items& items) { items.clear(); });
   }
 
   /// Appends an element, whether its key is present or not, and returns it. The caller must not
   /// change its key through the reference.
   T& append(T item) {
-    if (items_.capacity() == 0) items_.reserve(firstCapacity);
-    items_.push_back(std::move(item));
-    if (index_) addToIndex(items_.size() - 1);
-    return items_.back();
+    Items& items = contents().items;
+    if constexpr (requires { items.capacity(); }) {
+      if (items.capacity() == 0) items.reserve(firstCapacity);
+    }
+    items.push_back(std::move(item));
+    if (contents_->index) addToIndex(items.size() - 1);
+    return items.back();
   }
 
   /// Returns the first element with this key, or null. The caller must not change its key.
   T* find(const Key& key) {
     const std::size_t position = positionOf(key);
-    return position == PositionIndex::none ? nullptr : &items_[position];
+    return position == PositionIndex::none ? nullptr : &contents_->items[position];
   }
 
   /// Whether no two elements have the same key.
   bool hasDistinctKeys() {
-    auto index = std::make_unique<PositionIndex>(items_.size());
-    for (std::size_t i = 0; i < items_.size(); ++i) {
-      const Key& key = KeyOf{}(items_[i]);
+    if (empty()) return true;
+    auto index = std::make_unique<PositionIndex>();
+    const Items& items = contents_->items;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      const Key& key = KeyOf{}(items[i]);
       if (index->findOrAdd(KeyOf::hash(key), i, keyIs(key)) != i) return false;
     }
-    if (items_.size() >= indexedFrom) index_ = std::move(index);
+    if (items.size() >= indexedFrom) contents_->index = std::move(index);
     return true;
   }
 
   bool contains(const Key& key) { return positionOf(key) != PositionIndex::none; }
 
-  /// Lets `change` rewrite the whole list (a `std::vector<T>&`), keys included.
+  /// Lets `change` rewrite the whole list (an `Items&`), keys included.
   template <typename Change>
   void edit(Change change) {
-    index_.reset();
-    change(items_);
+    contents().index.reset();
+    change(contents_->items);
   }
 
   /// Gives the elements up; the list is empty then.
-  std::vector<T> takeItems() {
-    index_.reset();
-    return std::exchange(items_, {});
+  Items takeItems() {
+    const std::unique_ptr<Contents> taken = std::move(contents_);
+    return taken ? std::move(taken->items) : Items();
   }
 
-  friend bool operator==(const KeyedList& a, const KeyedList& b) { return a.items_ == b.items_; }
+  friend bool operator==(const KeyedList& a, const KeyedList& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end());
+  }
 
  private:
   static constexpr std::size_t indexedFrom = 16;
   static constexpr std::size_t firstCapacity = 4;  // spares most lists to grow three times
 
+  struct Contents {
+    Items items;
+    std::unique_ptr<PositionIndex> index;  // most lists are too short to need one
+  };
+
+  Contents& contents() {
+    if (!contents_) contents_ = std::make_unique<Contents>();
+    return *contents_;
+  }
+
   std::size_t positionOf(const Key& key) {
-    if (items_.size() < indexedFrom) {
-      for (std::size_t i = 0; i < items_.size(); ++i) {
-        if (KeyOf{}(items_[i]) == key) return i;
+    if (!contents_) return PositionIndex::none;
+    const Items& items = contents_->items;
+    if (items.size() < indexedFrom) {
+      for (std::size_t i = 0; i < items.size(); ++i) {
+        if (KeyOf{}(items[i]) == key) return i;
       }
       return PositionIndex::none;
     }
-    if (!index_) {
-      index_ = std::make_unique<PositionIndex>();
-      for (std::size_t i = 0; i < items_.size(); ++i) addToIndex(i);
+    if (!contents_->index) {
+      contents_->index = std::make_unique<PositionIndex>();
+      for (std::size_t i = 0; i < items.size(); ++i) addToIndex(i);
     }
-    return index_->find(KeyOf::hash(key), keyIs(key));
+    return contents_->index->find(KeyOf::hash(key), keyIs(key));
   }
 
   auto keyIs(const Key& key) const {
-    return [this, &key](std::size_t position) { return KeyOf{}(items_[position]) == key; };
+    return [this, &key](std::size_t position) { return KeyOf{}((*this)[position]) == key; };
   }
 
   void addToIndex(std::size_t position) {
-    const Key& key = KeyOf{}(items_[position]);
-    index_->findOrAdd(KeyOf::hash(key), position, keyIs(key));
+    const Key& key = KeyOf{}((*this)[position]);
+    contents_->index->findOrAdd(KeyOf::hash(key), position, keyIs(key));
   }
 
-  std::vector<T> items_;
-  std::unique_ptr<PositionIndex> index_;  // most lists are too short to need one
+  std::unique_ptr<Contents> contents_;
 };
 
 /// Hash of a text key, for the `KeyOf` of lists that are searched by one text.

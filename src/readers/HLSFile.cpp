@@ -79,6 +79,10 @@ void HLSFile::finishFunction() {
   condition.line = *function_.line;
   condition.file = function_.file;
   kernel_.addBreakableCondition(condition);
+  VariableList& variables = kernel_.variables;
+  if (function_.locals.size() > variables.size()) {
+    variables.reserve(variables.size() + function_.locals.size());
+  }
   for (const HlsLocalRecord& local : function_.locals) {
     kernel_.addVariable(local.name, local.rtlName, "int");
   }

@@ -69,11 +69,7 @@ bool HierarchyFile::readInstancePath() {
 // A kernel without a name is not stored when the next one starts: what it holds so far goes over to
 // the next one, deliberately.
 void HierarchyFile::startKernel(std::string_view header) {
-  if (!kernels_.back().name.empty()) {
-    // Growing fourfold moves fewer of these large records; unused room takes address space only.
-    if (kernels_.size() == kernels_.capacity()) kernels_.reserve(4 * kernels_.size());
-    kernels_.emplace_back();
-  }
+  if (!kernels_.back().name.empty()) kernels_.emplace_back();
   kernels_.back().name = header.substr(0, header.size() - 1);
   anyKernel_ = true;
 }

@@ -5,7 +5,6 @@
 
 #include <istream>
 #include <string_view>
-#include <vector>
 
 namespace consolidator {
 
@@ -33,7 +32,7 @@ class InputFile {
   virtual bool parse() = 0;
 
   /// The records that came out of the input, in its order.
-  virtual const std::vector<KernelRecord>& kernels() { return kernels_; }
+  virtual const KernelSequence& kernels() { return kernels_; }
 
   /// Merges kernels() into the list, in their order. They are handed over: the reader may be left
   /// without any.
@@ -47,7 +46,7 @@ class InputFile {
   const char* fileName_;
   InputBuffer buffer_;
   std::istream stream_{&buffer_};
-  std::vector<KernelRecord> kernels_;
+  KernelSequence kernels_;
 };
 
 }  // namespace consolidator

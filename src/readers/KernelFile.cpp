@@ -65,7 +65,7 @@ bool KernelFile::parse() {
   return true;
 }
 
-const std::vector<KernelRecord>& KernelFile::kernels() {
+const KernelSequence& KernelFile::kernels() {
   if (kernels_.empty()) {
     forEachRecord([this](const KernelRecord& record, bool) { kernels_.push_back(record); });
   }

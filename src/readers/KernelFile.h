@@ -41,7 +41,7 @@ class KernelFile : public InputFile {
 
   /// One record for each kernel, in document order, made when this is first called. Each holds the
   /// arguments of all kernels up to its own: n kernels with an argument each have n²/2 of them.
-  const std::vector<KernelRecord>& kernels() override;
+  const KernelSequence& kernels() override;
 
   /// Merges these records, of which it makes one at a time.
   void mergeInto(KernelList& known) override;

@@ -8,7 +8,7 @@ namespace consolidator {
 
 namespace {
 
-NumbersByText indexRegisters(const std::vector<KernelRecord>& kernels) {
+NumbersByText indexRegisters(const KernelSequence& kernels) {
   std::vector<NumbersByText::Note> notes;
   for (std::uint32_t i = 0; i < kernels.size(); ++i) {
     for (const VariableList* list : {&kernels[i].arguments, &kernels[i].variables}) {
@@ -18,7 +18,7 @@ NumbersByText indexRegisters(const std::vector<KernelRecord>& kernels) {
   return NumbersByText(notes);
 }
 
-NumbersByText indexPaths(const std::vector<KernelRecord>& kernels, std::size_t longest) {
+NumbersByText indexPaths(const KernelSequence& kernels, std::size_t longest) {
   std::vector<NumbersByText::Note> notes;
   for (std::uint32_t i = 0; i < kernels.size(); ++i) {
     for (const std::string& path : kernels[i].instancePaths) {
@@ -34,7 +34,7 @@ constexpr std::size_t cheapPerByte = 2048;
 
 }  // namespace
 
-RegisterIndex::RegisterIndex(const std::vector<KernelRecord>& kernels, std::size_t longestName)
+RegisterIndex::RegisterIndex(const KernelSequence& kernels, std::size_t longestName)
     : registers_(indexRegisters(kernels)),
       filter_(registers_.size()),
       paths_(indexPaths(kernels, longestName)),

@@ -22,7 +22,7 @@ class RegisterIndex {
   /// The instance paths, arguments and variables of the kernels must stay as they are. No name that
   /// is looked for may be longer than `longestName` bytes, a "/" in front included: longer paths
   /// occur in none, and are left out.
-  RegisterIndex(const std::vector<KernelRecord>& kernels, std::size_t longestName);
+  RegisterIndex(const KernelSequence& kernels, std::size_t longestName);
 
   /// Returns false only if no argument or variable of any kernel has this register.
   bool mayKnow(std::string_view registerName) const { return filter_.mayHold(registerName); }

@@ -17,7 +17,7 @@ class SharedNets {
  public:
   /// The kernels whose hardware variables are set; the list must outlive this object and keep its
   /// size. Between add() and handOut() nobody else may set bits of the nets added.
-  explicit SharedNets(std::vector<KernelRecord>& kernels) : kernels_(kernels) {}
+  explicit SharedNets(KernelSequence& kernels) : kernels_(kernels) {}
 
   /// Sets one bit of a net, which is named without the "/" in front of its hardware name. Returns
   /// false if it was not added.
@@ -47,7 +47,7 @@ class SharedNets {
 
   static void note(Net& net, std::uint32_t bit);
 
-  std::vector<KernelRecord>& kernels_;
+  KernelSequence& kernels_;
   KeyedList<Net, NetKey> nets_;
 };
 

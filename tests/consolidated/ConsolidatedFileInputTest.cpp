@@ -21,7 +21,7 @@ KernelRecord kernelNamed(std::string_view name, KernelType type = KernelType::Un
 // A reader that hands over records given to it: some at once, the others once it is parsed.
 class ScriptedReader : public InputFile {
  public:
-  ScriptedReader(bool valid, bool result, std::vector<KernelRecord> parsed)
+  ScriptedReader(bool valid, bool result, KernelSequence parsed)
       : InputFile("scripted", ""), valid_(valid), result_(result), parsed_(std::move(parsed)) {}
 
   void give(const KernelRecord& kernel) { kernels_.push_back(kernel); }
@@ -39,7 +39,7 @@ class ScriptedReader : public InputFile {
  private:
   bool valid_;
   bool result_;
-  std::vector<KernelRecord> parsed_;
+  KernelSequence parsed_;
   int timesParsed_ = 0;
 };
 

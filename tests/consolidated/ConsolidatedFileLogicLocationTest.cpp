@@ -21,7 +21,7 @@ KernelRecord kernelAt(std::string_view name, std::string_view path) {
 
 class ConsolidatedFileLogicLocationTest : public ConsolidatedFileFixture {
  protected:
-  void openWith(const std::vector<KernelRecord>& kernels) {
+  void openWith(const KernelSequence& kernels) {
     std::string records = u32(static_cast<std::uint32_t>(kernels.size()));
     for (const KernelRecord& kernel : kernels) records += encode(kernel);
     open(container({{SectionKind::KernelRecords, records}}));

@@ -31,29 +31,28 @@ namespace {
 // What a plain reader makes of an input.
 struct Reading {
   std::string messages;
-  std::vector<KernelRecord> kernels;
+  KernelSequence kernels;
 };
 
 using PlainReader = Reading (*)(const std::string& text, const std::string& path,
-                                const std::vector<KernelRecord>& known);
+                                const KernelSequence& known);
 
 Reading oneOrNothing(const std::optional<KernelRecord>& kernel, const std::string& refusal = "") {
   return kernel ? Reading{"", {*kernel}} : Reading{refusal, {}};
 }
 
 Reading readHierarchy(const std::string& text, const std::string& path,
-                      const std::vector<KernelRecord>& /*known*/) {
+                      const KernelSequence& /*known*/) {
   const PlainHierarchy read = readHierarchyPlainly(text, path);
-  return {read.messages, read.result ? read.kernels : std::vector<KernelRecord>()};
+  return {read.messages, read.result ? read.kernels : KernelSequence()};
 }
 
-Reading readHls(const std::string& text, const std::string& path,
-                const std::vector<KernelRecord>& /*known*/) {
+Reading readHls(const std::string& text, const std::string& path, const KernelSequence& /*known*/) {
   return oneOrNothing(PlainHlsReader(text, path).read());
 }
 
 Reading readAuxiliary(const std::string& text, const std::string& path,
-                      const std::vector<KernelRecord>& /*known*/) {
+                      const KernelSequence& /*known*/) {
   HdlReservedWords words;
   buildHdlReservedWords(words);
   return oneOrNothing(PlainAuxiliaryReader(text, words).read(),
@@ -61,12 +60,12 @@ Reading readAuxiliary(const std::string& text, const std::string& path,
 }
 
 Reading readLogicLocations(const std::string& text, const std::string& /*path*/,
-                           const std::vector<KernelRecord>& known) {
+                           const KernelSequence& known) {
   return {"", readLogicLocationsPlainly(text, known)};
 }
 
 Reading readRamReport(const std::string& /*text*/, const std::string& /*path*/,
-                      const std::vector<KernelRecord>& /*known*/) {
+                      const KernelSequence& /*known*/) {
   return {};
 }
 
@@ -100,7 +99,7 @@ class DamagedRun : public testing::Test {
   }
 
   // The file that such a run leaves when these kernels were read.
-  std::string merged(std::vector<KernelRecord> kernels) const {
+  std::string merged(KernelSequence kernels) const {
     KernelList list = list_;
     mergeKernels(list, std::move(kernels));
     PlainContainer result = plain_;

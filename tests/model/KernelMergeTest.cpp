@@ -37,7 +37,7 @@ KernelRecord fullKernel() {
   return kernel;
 }
 
-KernelList listOf(const std::vector<KernelRecord>& kernels) {
+KernelList listOf(const KernelSequence& kernels) {
   KernelList list;
   for (const KernelRecord& kernel : kernels) list.append(kernel);
   return list;
@@ -51,7 +51,7 @@ std::string describeAll(const List& kernels) {
 }
 
 // The list that merging one record after the other gives.
-std::string merged(const std::vector<KernelRecord>& kernels) {
+std::string merged(const KernelSequence& kernels) {
   KernelList list;
   for (const KernelRecord& kernel : kernels) mergeKernel(list, kernel);
   return describeAll(list);
@@ -250,7 +250,7 @@ TEST(KernelMerge, OfManyRecordsIsThatOfOneAfterTheOther) {
   RandomKernels kernels(20240108);
   for (int round = 0; round < 400; ++round) {
     KernelList list;
-    std::vector<KernelRecord> incoming;
+    KernelSequence incoming;
     for (std::size_t left = kernels.below(3); left > 0; --left) list.append(kernels.next(5));
     for (std::size_t left = kernels.below(40); left > 0; --left)
       incoming.push_back(kernels.next(5));
@@ -262,9 +262,9 @@ TEST(KernelMerge, OfManyRecordsIsThatOfOneAfterTheOther) {
 }
 
 TEST(KernelMerge, OfDistinctRecordsIntoAnEmptyListTakesThemAsTheyAre) {
-  const std::vector<KernelRecord> incoming{fullKernel(), named("a"), named("")};
+  const KernelSequence incoming{fullKernel(), named("a"), named("")};
   KernelList list;
-  mergeKernels(list, std::vector<KernelRecord>(incoming));
+  mergeKernels(list, KernelSequence(incoming));
   EXPECT_EQ(describeAll(list), describeAll(listOf(incoming)));
 }
 

@@ -78,7 +78,7 @@ TEST(KernelRecord, CopiesAreDeep) {
 
 TEST(KernelRecord, EqualityComparesEveryField) {
   const KernelRecord kernel = fullKernel();
-  std::vector<KernelRecord> others(8, kernel);
+  KernelSequence others(8, kernel);
   others[0].name = "K";
   others[1].addInstancePath("x");
   others[2].type = KernelType::RTL;

@@ -47,7 +47,7 @@ class ExactText {
   std::vector<char> bytes_;
 };
 
-std::string shown(const std::vector<KernelRecord>& kernels) {
+std::string shown(const KernelSequence& kernels) {
   std::string text;
   for (const KernelRecord& kernel : kernels) text += describe(kernel);
   return text;
@@ -64,9 +64,9 @@ std::string parsed(InputFile& reader) {
   return capture.err() + (result ? "accepted " : "refused ") + shown(reader.kernels());
 }
 
-std::vector<KernelRecord> knownKernels() { return PlainContainer(containerSample()).kernels; }
+KernelSequence knownKernels() { return PlainContainer(containerSample()).kernels; }
 
-KernelList listOf(const std::vector<KernelRecord>& kernels) {
+KernelList listOf(const KernelSequence& kernels) {
   KernelList list;
   for (const KernelRecord& kernel : kernels) list.append(kernel);
   return list;
@@ -130,7 +130,7 @@ TEST(DamagedInput, AnAuxiliaryFileReadsAsByAPlainStream) {
 }
 
 TEST(DamagedInput, ALogicLocationFileReadsAsByAPlainStream) {
-  const std::vector<KernelRecord> kernels = knownKernels();
+  const KernelSequence kernels = knownKernels();
   const KernelList list = listOf(kernels);
   compareDamaged(
       logicLocationSample,

@@ -167,8 +167,7 @@ TEST(HLSFilePlain, ManyFilesReadAsByAPlainStream) {
     HLSFile reader(fileName.c_str(), text);
     const bool isAccepted = reader.parse();
     EXPECT_EQ(isAccepted, expected.has_value()) << testing::PrintToString(text);
-    EXPECT_TRUE(reader.kernels() ==
-                (expected ? std::vector{*expected} : std::vector<KernelRecord>()))
+    EXPECT_TRUE(reader.kernels() == (expected ? KernelSequence{*expected} : KernelSequence()))
         << testing::PrintToString(text) << "\ngives\n"
         << parsedText(text, fileName) << "\ninstead of\n"
         << shown(expected);

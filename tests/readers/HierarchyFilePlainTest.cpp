@@ -31,7 +31,7 @@ constexpr std::size_t blockSize = std::size_t{256} * 1024;
 struct Reading {
   bool result;
   float version;
-  std::vector<KernelRecord> kernels;
+  KernelSequence kernels;
   std::string messages;
 
   friend bool operator==(const Reading&, const Reading&) = default;

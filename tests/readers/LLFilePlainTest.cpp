@@ -25,7 +25,7 @@ using namespace std::string_view_literals;
 
 constexpr std::size_t blockSize = std::size_t{256} * 1024;
 
-std::string shown(const std::vector<KernelRecord>& kernels) {
+std::string shown(const KernelSequence& kernels) {
   std::string text;
   for (const KernelRecord& kernel : kernels) text += describe(kernel);
   return text;
@@ -229,8 +229,8 @@ TEST(LLFilePlain, ManyFilesReadAsByAPlainStream) {
     const KernelList kernels = randomKernels(random);
     const std::string text = randomFile(random);
     if (holdsLargeIndex(text)) continue;
-    const std::vector<KernelRecord> before(kernels.begin(), kernels.end());
-    const std::vector<KernelRecord> expected = readLogicLocationsPlainly(text, before);
+    const KernelSequence before(kernels.begin(), kernels.end());
+    const KernelSequence expected = readLogicLocationsPlainly(text, before);
     LLFile reader("in", text);
     reader.setKernels(kernels);
     EXPECT_TRUE(reader.parse());

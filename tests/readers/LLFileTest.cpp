@@ -24,14 +24,14 @@ KernelRecord kernelWith(std::string_view name, const std::vector<std::string>& p
   return kernel;
 }
 
-KernelList listOf(const std::vector<KernelRecord>& kernels) {
+KernelList listOf(const KernelSequence& kernels) {
   KernelList list;
   for (const KernelRecord& kernel : kernels) list.append(kernel);
   return list;
 }
 
 // The hardware variables of the kernels, one a line: kernel, name, locations.
-std::string shown(const std::vector<KernelRecord>& kernels) {
+std::string shown(const KernelSequence& kernels) {
   std::string text;
   for (const KernelRecord& kernel : kernels) {
     for (const HardwareVariable& variable : kernel.hardwareVariables) {
@@ -46,7 +46,7 @@ std::string shown(const std::vector<KernelRecord>& kernels) {
 }
 
 // What a file adds to the kernels.
-std::string added(std::string_view file, const std::vector<KernelRecord>& kernels) {
+std::string added(std::string_view file, const KernelSequence& kernels) {
   LLFile reader("in", file);
   reader.setKernels(listOf(kernels));
   EXPECT_TRUE(reader.parse());
@@ -72,7 +72,7 @@ TEST(LLFile, AnEmptyFileLeavesTheKernels) {
   LLFile reader("in", "");
   reader.setKernels(listOf({kernel}));
   EXPECT_TRUE(reader.parse());
-  EXPECT_EQ(reader.kernels(), std::vector{kernel});
+  EXPECT_EQ(reader.kernels(), KernelSequence{kernel});
 }
 
 TEST(LLFile, AFileOfCommentsLeavesTheKernels) {
@@ -366,7 +366,7 @@ TEST(LLFile, AFileThatCannotBeOpenedFailsAndKeepsTheKernels) {
     reader.setKernels(listOf({kernel}));
     EXPECT_FALSE(reader.isValid()) << path;
     EXPECT_FALSE(reader.parse()) << path;
-    EXPECT_EQ(reader.kernels(), std::vector{kernel}) << path;
+    EXPECT_EQ(reader.kernels(), KernelSequence{kernel}) << path;
     EXPECT_EQ(capture.err(), "") << path;
   }
 }

@@ -25,10 +25,10 @@ KernelRecord kernelWith(const std::vector<std::string>& paths,
 }
 
 TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
-  const std::vector<KernelRecord> kernels{
-      kernelWith({"/top/u0"}, {"r"}, {}), kernelWith({"/top/u0"}, {"s"}, {}),
-      kernelWith({"/top/u1"}, {"r"}, {}), kernelWith({"/top"}, {}, {"r"}),
-      kernelWith({}, {"r"}, {})};
+  const KernelSequence kernels{kernelWith({"/top/u0"}, {"r"}, {}),
+                               kernelWith({"/top/u0"}, {"s"}, {}),
+                               kernelWith({"/top/u1"}, {"r"}, {}), kernelWith({"/top"}, {}, {"r"}),
+                               kernelWith({}, {"r"}, {})};
   RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 3}));
   EXPECT_EQ(index.find("top/u1/r").kernels, (Positions{2, 3}));
@@ -38,14 +38,14 @@ TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
 }
 
 TEST(RegisterIndex, NamesTheRegisterWithASlashInFront) {
-  const std::vector<KernelRecord> kernels{kernelWith({"/top"}, {"r", ""}, {})};
+  const KernelSequence kernels{kernelWith({"/top"}, {"r", ""}, {})};
   RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/r").hardwareName, "/top/r");
   EXPECT_EQ(index.find("").hardwareName, "/");
 }
 
 TEST(RegisterIndex, FindsTheSameForTheSameNameAgain) {
-  const std::vector<KernelRecord> kernels{kernelWith({"/top"}, {"r", ""}, {})};
+  const KernelSequence kernels{kernelWith({"/top"}, {"r", ""}, {})};
   RegisterIndex index(kernels, longestName);
   for (const char* const name : {"top/r", "top/r", "other/r", "other/r", "", "", "top/", "top/r"}) {
     const bool isInside = std::string_view(name).starts_with("top/");
@@ -54,7 +54,7 @@ TEST(RegisterIndex, FindsTheSameForTheSameNameAgain) {
 }
 
 TEST(RegisterIndex, PathsLongerThanANameTakeNoMemory) {
-  const std::vector<KernelRecord> kernels{
+  const KernelSequence kernels{
       kernelWith({std::string(1'000'000, 'p'), "/top/u0/register"}, {"register"}, {})};
   const AllocationGauge gauge;
   RegisterIndex index(kernels, longestName);
@@ -63,7 +63,7 @@ TEST(RegisterIndex, PathsLongerThanANameTakeNoMemory) {
 }
 
 TEST(RegisterIndex, ListsAKernelOnceForSeveralPathsAndRegisters) {
-  const std::vector<KernelRecord> kernels{
+  const KernelSequence kernels{
       kernelWith({"/top", "/top/u0", "u0", ""}, {"r"}, {"r"}),
       kernelWith({"u0", "/top/u0"}, {"r"}, {}),
   };
@@ -72,7 +72,7 @@ TEST(RegisterIndex, ListsAKernelOnceForSeveralPathsAndRegisters) {
 }
 
 TEST(RegisterIndex, MayKnowEveryRegisterOfArgumentsAndVariables) {
-  const std::vector<KernelRecord> kernels{kernelWith({}, {"r"}, {"s"}), kernelWith({}, {"t"}, {})};
+  const KernelSequence kernels{kernelWith({}, {"r"}, {"s"}), kernelWith({}, {"t"}, {})};
   const RegisterIndex index(kernels, longestName);
   EXPECT_TRUE(index.mayKnow("r"));
   EXPECT_TRUE(index.mayKnow("s"));

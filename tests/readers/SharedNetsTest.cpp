@@ -22,7 +22,7 @@ std::string shown(const KernelRecord& kernel) {
 }
 
 TEST(SharedNets, SetsOnlyNetsThatWereAdded) {
-  std::vector<KernelRecord> kernels(2);
+  KernelSequence kernels(2);
   SharedNets nets(kernels);
   EXPECT_FALSE(nets.set("r", 0, {1, 2}));
   nets.add("/r", {0, 1}, 0, {3, 4});
@@ -35,7 +35,7 @@ TEST(SharedNets, SetsOnlyNetsThatWereAdded) {
 }
 
 TEST(SharedNets, GivesAllLocationsToTheKernelsOfTheNetOnly) {
-  std::vector<KernelRecord> kernels(4);
+  KernelSequence kernels(4);
   SharedNets nets(kernels);
   nets.add("/r", {1, 2, 3}, 2, {1, 1});
   nets.set("r", 0, {2, 2});
@@ -45,7 +45,7 @@ TEST(SharedNets, GivesAllLocationsToTheKernelsOfTheNetOnly) {
 }
 
 TEST(SharedNets, VariablesComeWhereTheirNetsWereAdded) {
-  std::vector<KernelRecord> kernels(3);
+  KernelSequence kernels(3);
   SharedNets nets(kernels);
   nets.add("/r", {0, 1}, 0, {1, 1});
   kernels[1].setLogicLocation("/own", 0, 2, 2);
@@ -56,7 +56,7 @@ TEST(SharedNets, VariablesComeWhereTheirNetsWereAdded) {
 }
 
 TEST(SharedNets, KnownLocationsStayWhereNoneIsSet) {
-  std::vector<KernelRecord> kernels(2);
+  KernelSequence kernels(2);
   kernels[0].setLogicLocation("/r", 3, 7, 7);
   kernels[1].setLogicLocation("/r", 1, 8, 8);
   SharedNets nets(kernels);

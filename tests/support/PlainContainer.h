@@ -24,7 +24,7 @@ class PlainContainer {
   std::vector<SectionEntry> table;
   std::string projectName;
   std::optional<std::string> dwarf;
-  std::vector<KernelRecord> kernels;
+  KernelSequence kernels;
 
   /// What reading a file with these bytes leaves in memory.
   explicit PlainContainer(std::string_view bytes) : file_(bytes) {

@@ -13,7 +13,7 @@ namespace consolidator {
 struct PlainHierarchy {
   bool result = true;
   float version = -1.0F;
-  std::vector<KernelRecord> kernels;
+  KernelSequence kernels;
   std::string messages;
 };
 

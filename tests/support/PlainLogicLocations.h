@@ -19,10 +19,10 @@ namespace consolidator {
 /// and register on every line: slow, and plain enough to be the measure of the reader proper.
 class PlainLogicLocationReader {
  public:
-  PlainLogicLocationReader(std::istream& in, std::vector<KernelRecord> kernels)
+  PlainLogicLocationReader(std::istream& in, KernelSequence kernels)
       : in_(in), kernels_(std::move(kernels)) {}
 
-  std::vector<KernelRecord> read() {
+  KernelSequence read() {
     while (!in_.eof()) {
       if (const auto line = readLinePlainly(in_, 2047)) takeLine(*line);
       in_ >> std::ws;
@@ -75,7 +75,7 @@ class PlainLogicLocationReader {
   }
 
   std::istream& in_;
-  std::vector<KernelRecord> kernels_;
+  KernelSequence kernels_;
 };
 
 /// Whether a text may hold a bit index that is recorded, but takes much memory: random texts with
@@ -97,8 +97,7 @@ inline bool holdsLargeIndex(const std::string& text) {
   return false;
 }
 
-inline std::vector<KernelRecord> readLogicLocationsPlainly(const std::string& text,
-                                                           std::vector<KernelRecord> kernels) {
+inline KernelSequence readLogicLocationsPlainly(const std::string& text, KernelSequence kernels) {
   std::istringstream in(text);
   return PlainLogicLocationReader(in, std::move(kernels)).read();
 }
