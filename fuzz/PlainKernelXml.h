@@ -29,14 +29,12 @@ inline std::optional<Devpack::Project> readProject(std::string_view document) {
 class PlainKernelXml {
  public:
   explicit PlainKernelXml(const Devpack::Project& project) {
-    static const HdlReservedWords words = reservedWords();
     for (std::size_t p = 0; p < project.field<"platform">().count(); ++p) {
       const Devpack::Platform& platform = project.get<"platform">(p);
       for (std::size_t d = 0; d < platform.field<"device">().count(); ++d) {
         const Devpack::Device& device = platform.get<"device">(d);
-        for (std::size_t c = 0; c < device.field<"core">().count(); ++c) {
-          take(device.get<"core">(c), words);
-        }
+        for (std::size_t c = 0; c < device.field<"core">().count(); ++c)
+          take(device.get<"core">(c));
       }
     }
   }
@@ -44,20 +42,14 @@ class PlainKernelXml {
   const KernelSequence& records() const { return records_; }
 
  private:
-  static HdlReservedWords reservedWords() {
-    HdlReservedWords words;
-    buildHdlReservedWords(words);
-    return words;
-  }
-
   // Each record holds the arguments of those before it.
-  void take(const Devpack::Core& core, const HdlReservedWords& words) {
+  void take(const Devpack::Core& core) {
     for (std::size_t k = 0; k < core.field<"kernel">().count(); ++k) {
       const Devpack::Kernel& kernel = core.get<"kernel">(k);
       record_.name = kernel.get<"name">();
       for (std::size_t a = 0; a < kernel.field<"arg">().count(); ++a) {
         const std::string_view name = kernel.get<"arg">(a).get<"name">();
-        record_.addArgument(restoreReservedWordName(name, words), name,
+        record_.addArgument(restoreReservedWordName(name), name,
                             kernel.get<"arg">(a).get<"type">());
       }
       record_.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");

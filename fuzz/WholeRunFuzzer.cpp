@@ -13,7 +13,6 @@
 #include "StableSave.h"
 #include "consolidated/ConsolidatedFile.h"
 #include "driver/Driver.h"
-#include "readers/HdlReservedWords.h"
 
 #include <array>
 #include <cstddef>
@@ -92,9 +91,7 @@ struct Outcome {
   std::string err;
 };
 
-// A run in a process of its own finds the set of reserved words empty.
 Outcome runTool(const std::vector<std::string>& arguments) {
-  processHdlReservedWords().clear();
   std::vector<const char*> argv{"consolidator"};
   for (const std::string& argument : arguments) argv.push_back(argument.c_str());
   const StreamCapture capture;

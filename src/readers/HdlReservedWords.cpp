@@ -1,17 +1,17 @@
 #include "readers/HdlReservedWords.h"
 
-#include "readers/FieldReader.h"
-
-#include <cstddef>
+#include <algorithm>
+#include <array>
 
 namespace consolidator {
 
 namespace {
 
-// Not the textbook lists, deliberately: the metadata follows them with their slips ("rtanif1" for
-// rtranif1, "untis" for units), and names of the standard packages and predefined attributes count
-// as reserved. The 22 words that both languages bring to the set stand in both lists.
-constexpr std::string_view verilogWords =
+// Not the textbook lists: the metadata follows these with their slips ("rtanif1" for rtranif1,
+// "untis" for units), and names of the standard packages and predefined attributes count as
+// reserved. 22 words stand in both.
+constexpr std::string_view listedWords =
+    // Verilog
     "always and assign automatic begin buf bufif0 bufif1 case casex casez cell cmos config "
     "deassign default defparam design disable edge else end endcase endconfig endfunction "
     "endgenerate endmodule endprimitive endspecify endtable endtask event for force forever "
@@ -22,9 +22,9 @@ constexpr std::string_view verilogWords =
     "repeat rnmos rpmos rtanif1 rtran rtranif0 scalared showcancelled signed small specify "
     "specparam strength strong0 strong1 supply0 supply1 table task time tran tranif0 tranif1 "
     "tri tri0 tri1 triand trior trireg unsigned use vectored wait wand weak0 weak1 while wire "
-    "wor xnor xor";
+    "wor xnor xor "
 
-constexpr std::string_view vhdlWords =
+    // VHDL
     "abs access active after alias all architecture array ascending assert attribute base begin "
     "bit bit_vector block body boolean buffer bus case character component configuration "
     "constant delayed disconnect downto driving driving_value else elsif end endfile entity "
@@ -38,46 +38,37 @@ constexpr std::string_view vhdlWords =
     "std_logic_vector string subtype succ text then time to transaction transport type "
     "unaffected until untis use val value variable wait when while with write writeline";
 
-constexpr std::string_view suffix = "_r";
-constexpr std::size_t shortestRestored = 3;
+constexpr auto reservedWords = [] {
+  std::array<std::string_view, 1 + std::ranges::count(listedWords, ' ')> words;
+  std::string_view rest = listedWords;
+  for (std::string_view& word : words) {
+    word = rest.substr(0, rest.find(' '));
+    rest.remove_prefix(std::min(word.size() + 1, rest.size()));
+  }
+  std::ranges::sort(words);
+  return words;
+}();
 
-void insertWords(HdlReservedWords& words, std::string_view list) {
-  FieldReader listed(list);
-  for (auto word = listed.readWord(); !word.empty(); word = listed.readWord()) words.emplace(word);
-}
+constexpr std::string_view suffix = "_r";
+
+bool isReserved(std::string_view word) { return std::ranges::binary_search(reservedWords, word); }
 
 }  // namespace
 
 void buildHdlReservedWords(HdlReservedWords& words) {
-  insertWords(words, verilogWords);
-  insertWords(words, vhdlWords);
+  words.insert(reservedWords.begin(), reservedWords.end());
 }
 
-HdlReservedWords& processHdlReservedWords() {
-  static HdlReservedWords words;
-  return words;
-}
-
+// A name that holds the suffix earlier as well is left alone, although it ends in it.
 std::string restoreReservedWordName(std::string_view name) {
-  if (name.size() < shortestRestored) return std::string(name);
-  HdlReservedWords& words = processHdlReservedWords();
-  if (words.empty()) buildHdlReservedWords(words);
-  return restoreReservedWordName(name, words);
+  const std::string_view stem = name.substr(0, name.find(suffix));
+  const bool isSuffixed = stem.size() + suffix.size() == name.size();
+  return std::string(isSuffixed && isReserved(stem) ? stem : name);
 }
 
-// A name that holds the suffix earlier as well is left alone, deliberately.
-std::string restoreReservedWordName(std::string_view name, const HdlReservedWords& words) {
-  const std::size_t stemSize = name.find(suffix);
-  const bool isSuffixed =
-      stemSize != std::string_view::npos && stemSize + suffix.size() == name.size();
-  if (name.size() < shortestRestored || !isSuffixed) return std::string(name);
-  const std::string_view stem = name.substr(0, stemSize);
-  return std::string(words.contains(stem) ? stem : name);
-}
-
-std::string addReservedWordSuffix(std::string_view name, const HdlReservedWords& words) {
+std::string addReservedWordSuffix(std::string_view name) {
   std::string result(name);
-  if (words.contains(name)) result += suffix;
+  if (isReserved(name)) result += suffix;
   return result;
 }
 

@@ -2,6 +2,7 @@
 
 #include "lmx60/LmxException.h"
 #include "model/KernelMerge.h"
+#include "readers/HdlReservedWords.h"
 #include "schema/DevpackXmlReaderWriterLMX.h"
 
 #include <cstddef>
@@ -47,10 +48,7 @@ KernelRecord argumentsFrom(const KernelRecord& record, std::size_t position) {
 
 }  // namespace
 
-// An input that is missing costs next to nothing, however often the command line names it.
-KernelFile::KernelFile(const char* fileName) : InputFile(fileName) {
-  if (buffer_.isOpen()) buildHdlReservedWords(reservedWords_);
-}
+KernelFile::KernelFile(const char* fileName) : InputFile(fileName) {}
 
 KernelFile::~KernelFile() = default;
 
@@ -108,8 +106,7 @@ void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) 
   if (record.arguments.empty()) record.arguments.reserve(kernel.field<"arg">().count());
   kernel.field<"arg">().forEach([&](const Devpack::Arg& argument) {
     const std::string_view hardwareName = argument.get<"name">();
-    record.addArgument(restoreReservedWordName(hardwareName, reservedWords_), hardwareName,
-                       argument.get<"type">());
+    record.addArgument(restoreReservedWordName(hardwareName), hardwareName, argument.get<"type">());
   });
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "readers/HdlReservedWords.h"
 #include "readers/InputFile.h"
 
 #include <memory>
@@ -25,12 +24,11 @@ namespace consolidator {
 ///
 /// The document is read through its typed binding, which opens the file once more by its name; of
 /// what it holds, nothing else is used. It has the names of the hardware: one that is a reserved
-/// word with "_r" behind it gets the reserved word back as its source name.
+/// word followed by "_r" gets the reserved word back as its source name.
 class KernelFile : public InputFile {
  public:
   /// Opens the file, as every reader does. The name must outlive the reader.
   explicit KernelFile(const char* fileName);
-
   KernelFile(const KernelFile&) = delete;
   KernelFile& operator=(const KernelFile&) = delete;
   ~KernelFile() override;
@@ -51,7 +49,6 @@ class KernelFile : public InputFile {
   void forEachRecord(Use use) const;
   void setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const;
 
-  HdlReservedWords reservedWords_;
   std::unique_ptr<const Devpack::Project> project_;
 };
 

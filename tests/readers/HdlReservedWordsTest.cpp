@@ -45,13 +45,6 @@ Words expectedWords() {
   return words;
 }
 
-// The set of the process, emptied.
-HdlReservedWords& freshProcessSet() {
-  HdlReservedWords& words = processHdlReservedWords();
-  words.clear();
-  return words;
-}
-
 TEST(HdlReservedWords, HoldsExactly249WordsInByteOrder) {
   HdlReservedWords words;
   buildHdlReservedWords(words);
@@ -59,40 +52,16 @@ TEST(HdlReservedWords, HoldsExactly249WordsInByteOrder) {
   EXPECT_EQ(Words(words.begin(), words.end()), expectedWords());
 }
 
-TEST(HdlReservedWords, AbsorbsTheWordsOfBothLanguagesAndRepeatedBuilding) {
-  HdlReservedWords words{"begin"};
+TEST(HdlReservedWords, AreAddedToWhatTheSetHolds) {
+  HdlReservedWords words{"begin", "mine"};
   buildHdlReservedWords(words);
-  buildHdlReservedWords(words);
-  EXPECT_EQ(words.size(), 249U);
+  EXPECT_EQ(words.size(), 250U);
 }
 
-TEST(HdlReservedWords, NamesOfUpToTwoCharactersLeaveTheProcessSetEmpty) {
-  const HdlReservedWords& words = freshProcessSet();
+TEST(HdlReservedWords, ANameOfUpToTwoCharactersIsReturnedAsItIs) {
   for (const std::string_view name : {""sv, "a"sv, "ab"sv, "_r"sv, "or"sv}) {
     EXPECT_EQ(restoreReservedWordName(name), name);
-    EXPECT_TRUE(words.empty()) << name;
   }
-}
-
-TEST(HdlReservedWords, TheFirstLongerNameFillsTheProcessSet) {
-  const HdlReservedWords& words = freshProcessSet();
-  EXPECT_EQ(restoreReservedWordName("abc"), "abc");
-  EXPECT_EQ(Words(words.begin(), words.end()), expectedWords());
-}
-
-TEST(HdlReservedWords, AnEmptyProcessSetIsFilledAgain) {
-  freshProcessSet();
-  restoreReservedWordName("abc");
-  freshProcessSet();
-  EXPECT_EQ(restoreReservedWordName("begin_r"), "begin");
-  EXPECT_EQ(processHdlReservedWords().size(), 249U);
-}
-
-TEST(HdlReservedWords, AProcessSetThatIsNotEmptyIsTakenAsItIs) {
-  freshProcessSet().insert("mine");
-  EXPECT_EQ(restoreReservedWordName("mine_r"), "mine");
-  EXPECT_EQ(restoreReservedWordName("begin_r"), "begin_r");
-  freshProcessSet();
 }
 
 TEST(HdlReservedWords, EveryReservedWordIsRestoredUnlessItHoldsTheSuffixItself) {
@@ -136,27 +105,13 @@ TEST(HdlReservedWords, ComparesExactly) {
   }
 }
 
-TEST(HdlReservedWords, ASetOfTheCallersOwnGoesByTheSameRule) {
-  const HdlReservedWords& processSet = freshProcessSet();
-  const HdlReservedWords words{"", "own", "a_r", "b"};
-  EXPECT_EQ(restoreReservedWordName("own_r", words), "own");
-  EXPECT_EQ(restoreReservedWordName("b_r", words), "b");
-  EXPECT_EQ(restoreReservedWordName("begin_r", words), "begin_r");
-  EXPECT_EQ(restoreReservedWordName("a_r_r", words), "a_r_r");
-  EXPECT_EQ(restoreReservedWordName("_r", words), "_r") << "too short";
-  EXPECT_TRUE(processSet.empty());
-}
-
 TEST(HdlReservedWords, AddsTheSuffixToReservedWordsOnly) {
-  HdlReservedWords words;
-  buildHdlReservedWords(words);
   for (const std::string& word : expectedWords()) {
-    EXPECT_EQ(addReservedWordSuffix(word, words), word + "_r");
+    EXPECT_EQ(addReservedWordSuffix(word), word + "_r");
   }
   for (const std::string_view name : {""sv, "data"sv, "Begin"sv, "begin_r"sv, "_r"sv}) {
-    EXPECT_EQ(addReservedWordSuffix(name, words), name);
+    EXPECT_EQ(addReservedWordSuffix(name), name);
   }
-  EXPECT_EQ(addReservedWordSuffix("begin", {"own"}), "begin");
 }
 
 }  // namespace
