@@ -16,7 +16,7 @@ bool is_directory(int descriptor) {
   return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// Reads shall wait for a writer that is still there, other than the open.
+// Unlike the open, reads wait for a writer that is still there.
 bool make_blocking(int descriptor) {
   const int flags = fcntl(descriptor, F_GETFL);
   return flags >= 0 && fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK) == 0;

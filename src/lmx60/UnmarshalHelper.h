@@ -5,7 +5,7 @@ namespace lmx {
 class c_known_elements_selector;
 class c_xml_reader;
 
-/// Drives the reading of one element, from behind its start tag up to and including its end tag.
+/// Drives the reading of one element, from the end of its start tag to the end of its end tag.
 /// At the start of a document it drives the reading of the whole document, whose only child is the
 /// root element.
 class c_unmarshal_helper {

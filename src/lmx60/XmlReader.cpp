@@ -54,11 +54,10 @@ struct c_xml_reader::callbacks {
     });
   }
 
-  // The declarations are recognised by their first token and not by the parser's own reports of
-  // them, which leave out those that it does not act on: of predefined entities, and all behind a
-  // reference to an undeclared parameter entity. Long texts come in pieces, but none of these is a
-  // keyword and nothing else: the last one ends with the end of its comment, instruction or
-  // literal.
+  // Declarations are recognised by their first token, because the parser does not report those
+  // that it ignores: of predefined entities, and all after a reference to an undeclared parameter
+  // entity. A long text comes in pieces, but no piece is just a keyword: the last one ends with the
+  // end of its comment, instruction or literal.
   static void doctype_token(void* user_data, const char* text, int size) {
     guard(user_data, [&](c_xml_reader& reader) {
       const std::string_view token(text, static_cast<std::size_t>(size));

@@ -19,12 +19,12 @@ class c_attributes;
 class c_known_elements_selector;
 
 /// Steps through an XML document of any size: the parser runs over the input block by block and
-/// is suspended wherever the caller has to act, so that memory is needed for one block and for the
-/// longest single attribute value, tag, comment or text element only.
+/// is suspended wherever the caller has to act, so memory is needed only for one block and for the
+/// longest single tag, comment or text element.
 ///
 /// The document may be in any encoding that the parser knows (UTF-8, UTF-16, ISO-8859-1,
 /// US-ASCII); everything comes out in UTF-8. Names are compared as written. Whatever is wrong with
-/// the document is thrown as a c_lmx_exception, also when it stands behind the root element.
+/// the document is thrown as a c_lmx_exception, even if it comes after the root element.
 /// Declarations of entities and of attribute lists are refused, which ends every attack that
 /// multiplies text by them; nothing outside the document is ever opened.
 class c_xml_reader {

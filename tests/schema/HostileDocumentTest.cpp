@@ -24,8 +24,7 @@ namespace {
 
 using lmx::error_code;
 
-// A document, or how to make one: every test runs in a process of its own, in which the long
-// documents of all the others shall not be made.
+// A document, or how to make one, so that a test does not make the long documents of all others.
 class Document {
  public:
   Document(const char* text) : make_([text] { return std::string(text); }) {}
