@@ -2,6 +2,10 @@
 # policy and the shells name, below the prefix. Modes do not depend on who builds, and those of files
 # not on who installs. All of it is the component "consolidator": Packaging.cmake makes a package of it.
 
+# Debian looks for libraries in a folder of the architecture, below every prefix.
+if(CMAKE_LIBRARY_ARCHITECTURE)
+  set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Folder of libraries")
+endif()
 include(GNUInstallDirs)
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -70,6 +74,7 @@ install(
   DIRECTORY examples
   DESTINATION ${CMAKE_INSTALL_DOCDIR}
   PATTERN build EXCLUDE
+  PATTERN reader EXCLUDE
   PATTERN run
           PERMISSIONS
           OWNER_READ

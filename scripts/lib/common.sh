@@ -59,7 +59,7 @@ buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
 packageTools=("${buildTools[@]}" dpkg-dev file)
 checkTools=("${packageTools[@]}" shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14
     libclang-rt-14-dev llvm-14 libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make
-    python3 python3-yaml)
+    pkgconf python3 python3-yaml)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"
