@@ -21,6 +21,8 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_1})
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "consolidator maintainers <maintainers@consolidator.invalid>")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
 consolidator_compress(packaging/changelog.Debian ${PROJECT_BINARY_DIR}/install/changelog.Debian)
@@ -52,5 +54,21 @@ The build of a programmable-logic accelerator leaves its debug metadata in many
 files: the hierarchy of its instances, the arguments of its kernels, the bits
 that hold a variable, the DWARF of its source. consolidator gathers them into
 one file, one build stage at a time, from which a hardware debugger reads them.")
+
+consolidator_add_package(
+  libconsolidated1 libs
+  "reads the debug metadata of accelerator builds (library)
+A consolidated file holds the debug metadata of a programmable-logic accelerator.
+This library gives a program views of what is in such a file, which may be
+damaged: kernels, their instances, variables and bits, and the DWARF.")
+consolidator_add_package(
+  libconsolidated-dev libdevel
+  "reads the debug metadata of accelerator builds (development)
+A consolidated file holds the debug metadata of a programmable-logic accelerator.
+These are the headers for C++17, the static library, a manual page and an example
+for programs that read such files, and what CMake and pkg-config need to find
+them.")
+set(CPACK_DEBIAN_LIBCONSOLIDATED-DEV_PACKAGE_DEPENDS
+    "libconsolidated1 (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 
 include(CPack)
