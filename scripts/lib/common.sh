@@ -59,7 +59,10 @@ buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
 packageTools=("${buildTools[@]}" dpkg-dev file)
 checkTools=("${packageTools[@]}" shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14
     libclang-rt-14-dev llvm-14 libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make
-    pkgconf python3 python3-yaml)
+    pkgconf python3 python3-kaitaistruct)
+# Where node and npm come from elsewhere, Debian's packages would be in the way.
+command -v node >/dev/null || checkTools+=(nodejs)
+command -v npm >/dev/null || checkTools+=(npm)
 
 installBuildTools() {
     installMissing "${buildTools[@]}"
@@ -71,6 +74,33 @@ installPackageTools() {
 
 installCheckTools() {
     installMissing "${checkTools[@]}"
+}
+
+# Prints the npm packages that are missing below build/npm, in one line: all of the lock file if it
+# is another than the one by which they were installed.
+missingNpmPackages() {
+    cmp --silent examples/python/package-lock.json build/npm/package-lock.json ||
+        sed -n 's/^ *"\([a-z-]*\)": "\([0-9.]*\)",*$/\1@\2/p' examples/python/package.json |
+        paste --serial --delimiters=' '
+}
+
+# Installs them, from the registry that npm is set up with. Without one, the tests that need them
+# say so.
+installMissingNpmPackages() {
+    local missing
+    missing=$(missingNpmPackages)
+    if [[ -z $missing ]]; then
+        return
+    fi
+    step "Installing $missing"
+    rm -rf build/npm build/npm.new
+    mkdir -p build/npm.new
+    cp examples/python/package.json examples/python/package-lock.json build/npm.new
+    if npm ci --prefix build/npm.new --ignore-scripts --no-audit --no-fund; then
+        mv build/npm.new build/npm
+    else
+        echo "npm cannot install them" >&2
+    fi
 }
 
 # Configures a preset; further arguments go to cmake.
