@@ -4,6 +4,10 @@ import json
 import re
 
 
+# What the document calls the types of kernels; others are "Unknown" there.
+TYPES = {"opencl": "OpenCL", "c": "C", "rtl": "RTL", "hls": "HLS"}
+
+
 def parse_document(text):
     """The kernels of a document as lists and dictionaries.
 
@@ -22,6 +26,11 @@ def parse_document(text):
 
 def decode(text):
     return text.bytes.decode("utf-8", "surrogateescape")
+
+
+def name_of(number):
+    """The name of a number in the description, if it has one."""
+    return getattr(number, "name", None)
 
 
 def as_texts(texts):
@@ -52,13 +61,13 @@ def as_variable(variable):
 
 
 def as_condition(condition):
-    kind = condition.kind.original
-    if kind == "SourceLine":
+    kind = name_of(condition.kind)
+    if kind == "source_line":
         fields = {"File": decode(condition.file), "Line": condition.line}
     elif kind is None:
         fields = {"Error": 1}
     else:
-        fields = {kind: True}
+        fields = {kind.capitalize(): True}
     return {**fields, "Cond": decode(condition.condition)}
 
 
@@ -70,7 +79,7 @@ def as_kernel(record):
     kernel = {
         "Name": decode(record.name),
         "Instance Paths": [path + suffix for path in as_texts(record.instance_paths)],
-        "Type": record.type.original or "Unknown",
+        "Type": TYPES.get(name_of(record.type), "Unknown"),
         "Arguments": [as_variable(argument) for argument in record.arguments.items],
         "Variables": [as_variable(variable) for variable in record.variables.items],
         "Breakable Conditions": [as_condition(item) for item in record.breakable_conditions.items],

@@ -13,6 +13,19 @@ need() {
     done
 }
 
+# Ends a test that lacks what it takes to make a reader in Python of a .ksy description and to run it;
+# $python is the interpreter that has the module. The compiler is where scripts/test installs it.
+needPythonReader() {
+    local project
+    project=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
+    # shellcheck disable=SC2034  # for the test
+    python=/usr/bin/python3 # that of Debian, which has Debian's modules
+    need node "$python"
+    export NODE_PATH=$project/build/npm/node_modules
+    [[ -d $NODE_PATH/kaitai-struct-compiler ]] || need kaitai-struct-compiler
+    "$python" -c 'import kaitaistruct' 2>/dev/null || need python3-kaitaistruct
+}
+
 # A new folder that is gone when the test ends.
 temporaryFolder() {
     folder=$(mktemp --directory)
