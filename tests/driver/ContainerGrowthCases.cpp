@@ -241,7 +241,7 @@ void addOverlapCases(std::vector<GrowthCase>& cases) {
              payload;
     };
   };
-  const auto bytes = [](std::size_t size) { return std::string(2048 * size, 's'); };
+  const auto bytes = [](std::size_t size) { return std::string(256 * size, 's'); };
   cases.push_back({"OverlappingNames", reading(table(SectionKind::ProjectName, bytes))});
   cases.push_back({"OverlappingNamesToDump", dumping(table(SectionKind::ProjectName, bytes))});
   cases.push_back({"OverlappingDwarf", reading(table(SectionKind::Dwarf, bytes))});

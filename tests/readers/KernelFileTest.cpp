@@ -295,12 +295,5 @@ TEST(KernelFile, MergingGivesWhatMergingRecordByRecordGives) {
   }
 }
 
-TEST(KernelFile, FillsASetOfReservedWordsOfItsOwn) {
-  HdlReservedWords& processSet = processHdlReservedWords();
-  processSet.clear();
-  EXPECT_EQ(named("reg_r"), kernel("k", {{"reg", "reg_r", ""}}));
-  EXPECT_TRUE(processSet.empty());
-}
-
 }  // namespace
 }  // namespace consolidator
