@@ -36,8 +36,8 @@ class Growth {
     return text == nullptr ? 1.0 : std::atof(text);
   }
 
-  /// The most by which the time may grow from a size to twice that size: less than the 4 of work that
-  /// grows with the square, more than what the caches of a busy machine make of linear work.
+  /// The most by which the time may grow from a size to twice that size: less than the 4 of work
+  /// that grows with the square, more than what the caches of a busy machine make of linear work.
   static double limit() { return factor() > 1 ? 3 : 2.7; }
 
   /// Finds a size, from the given one on, at which the work takes long enough to be measured, and
