@@ -27,7 +27,7 @@ class PositionIndex {
   template <typename Predicate>
   std::size_t findOrAdd(std::uint64_t hash, std::size_t position, Predicate isMatch) {
     if (2 * (count_ + 1) > slots_.size()) grow();
-    const std::uint32_t wanted = static_cast<std::uint32_t>(hash);
+    const auto wanted = static_cast<std::uint32_t>(hash);
     std::size_t i = wanted & mask();
     for (; slots_[i].position != unused; i = (i + 1) & mask()) {
       if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
@@ -46,7 +46,7 @@ class PositionIndex {
   template <typename Predicate>
   std::size_t find(std::uint64_t hash, Predicate isMatch) const {
     if (slots_.empty()) return none;
-    const std::uint32_t wanted = static_cast<std::uint32_t>(hash);
+    const auto wanted = static_cast<std::uint32_t>(hash);
     for (std::size_t i = wanted & mask(); slots_[i].position != unused; i = (i + 1) & mask()) {
       if (slots_[i].hash == wanted && isMatch(slots_[i].position)) return slots_[i].position;
     }

@@ -101,7 +101,7 @@ void KernelFile::forEachRecord(Use use) const {
   });
 }
 
-void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const {
+void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) {
   record.name = kernel.get<"name">();
   if (record.arguments.empty()) record.arguments.reserve(kernel.field<"arg">().count());
   kernel.field<"arg">().forEach([&](const Devpack::Arg& argument) {

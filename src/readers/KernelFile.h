@@ -47,7 +47,7 @@ class KernelFile : public InputFile {
  private:
   template <typename Use>
   void forEachRecord(Use use) const;
-  void setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const;
+  static void setKernel(KernelRecord& record, const Devpack::Kernel& kernel);
 
   std::unique_ptr<const Devpack::Project> project_;
 };

@@ -95,12 +95,12 @@ void readContent(lmx::c_xml_reader& reader, ElementBase& element, const ElementT
 
 }  // namespace
 
-void readDocument(lmx::c_xml_reader& reader, std::string_view rootName, ElementBase& element,
+void readDocument(lmx::c_xml_reader& reader, std::string_view elementName, ElementBase& element,
                   const ElementTable& table) {
   // Even a document without a root element leaves no address of it in the reader.
   constexpr auto forget = [](lmx::c_xml_reader* used) { used->set_ns_map(nullptr); };
   const std::unique_ptr<lmx::c_xml_reader, decltype(forget)> forgetting(&reader, forget);
-  RootSelector root(rootName, element, table);
+  RootSelector root(elementName, element, table);
   lmx::c_unmarshal_helper(reader).unmarshal_complex_content(root);
 }
 

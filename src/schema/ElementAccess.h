@@ -49,7 +49,7 @@ struct ElementTable {
 
 /// Reads the document at whose start the reader stands into an empty element; see
 /// Element::unmarshal().
-void readDocument(lmx::c_xml_reader& reader, std::string_view rootName, ElementBase& element,
+void readDocument(lmx::c_xml_reader& reader, std::string_view elementName, ElementBase& element,
                   const ElementTable& table);
 
 /// Writes an element; see Element::marshal().
