@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -86,7 +87,7 @@ TEST(StdioFile, HoldsNoBytesThatAFileOnlyClaims) {
 
 TEST(StdioFile, CopiesBytesFromOnePositionToTheOther) {
   std::string bytes;
-  for (int i = 0; i < 1'000'000; ++i) bytes += static_cast<char>(i * i >> 7U);
+  for (std::size_t i = 0; i < 1'000'000; ++i) bytes += static_cast<char>(i * i >> 7U);
   for (const std::uint32_t size : {0U, 1U, 256U * 1024, 256U * 1024 + 1, 900'000U}) {
     const MemoryStream from(bytes);
     const MemoryStream to("before");
