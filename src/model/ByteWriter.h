@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/ShortText.h"
+#include "text/ShortText.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,9 +2,9 @@
 
 #include "model/KeyedHash.h"
 #include "model/KeyedList.h"
-#include "readers/FieldReader.h"
 #include "readers/HlsFunctionRecord.h"
 #include "readers/InputFile.h"
+#include "text/FieldReader.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "model/WhiteSpace.h"
+#include "text/WhiteSpace.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/WhiteSpace.h"
+#include "text/WhiteSpace.h"
 
 #include <cstddef>
 #include <memory>

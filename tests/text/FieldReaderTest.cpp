@@ -1,5 +1,5 @@
-#include "readers/FieldReader.h"
 #include "support/Rounds.h"
+#include "text/FieldReader.h"
 
 #include <gtest/gtest.h>
 

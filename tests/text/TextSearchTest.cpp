@@ -1,5 +1,5 @@
-#include "readers/TextSearch.h"
 #include "support/AllocationGauge.h"
+#include "text/TextSearch.h"
 
 #include <gtest/gtest.h>
 

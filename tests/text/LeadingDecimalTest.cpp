@@ -1,4 +1,4 @@
-#include "readers/LeadingDecimal.h"
+#include "text/LeadingDecimal.h"
 
 #include <gtest/gtest.h>
 

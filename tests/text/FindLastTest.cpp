@@ -1,4 +1,4 @@
-#include "readers/FindLast.h"
+#include "text/FindLast.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "readers/InputBuffer.h"
+#include "text/InputBuffer.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

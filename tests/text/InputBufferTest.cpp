@@ -1,6 +1,6 @@
-#include "readers/InputBuffer.h"
 #include "support/PiecewisePipe.h"
 #include "support/TemporaryFolder.h"
+#include "text/InputBuffer.h"
 
 #include <gtest/gtest.h>
 

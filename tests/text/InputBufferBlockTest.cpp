@@ -1,10 +1,10 @@
 // Inputs larger than the block that is read at once, so that words and lines straddle its borders;
 // and a plain stream as the measure for any mixture of the operations.
 
-#include "readers/InputBuffer.h"
 #include "support/AllocationGauge.h"
 #include "support/MemoryFile.h"
 #include "support/PiecewisePipe.h"
+#include "text/InputBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "readers/TextSearch.h"
+#include "text/TextSearch.h"
 
 #include <algorithm>
 #include <cstddef>

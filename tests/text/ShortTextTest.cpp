@@ -1,4 +1,4 @@
-#include "model/ShortText.h"
+#include "text/ShortText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "readers/TextFilter.h"
+#include "text/TextFilter.h"
 
 #include <algorithm>
 #include <bit>
