@@ -1,7 +1,7 @@
-#include "model/ByteReader.h"
-#include "model/HexBytes.h"
+#include "bytes/ByteReader.h"
 #include "support/AllocationGauge.h"
 #include "support/Bytes.h"
+#include "support/HexBytes.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>

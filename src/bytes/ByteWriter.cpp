@@ -1,4 +1,4 @@
-#include "model/ByteWriter.h"
+#include "bytes/ByteWriter.h"
 
 #include <array>
 #include <bit>

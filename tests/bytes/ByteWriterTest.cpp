@@ -1,6 +1,6 @@
-#include "model/ByteWriter.h"
-#include "model/FullStream.h"
-#include "model/HexBytes.h"
+#include "bytes/ByteWriter.h"
+#include "support/FullStream.h"
+#include "support/HexBytes.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>

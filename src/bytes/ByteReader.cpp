@@ -1,4 +1,4 @@
-#include "model/ByteReader.h"
+#include "bytes/ByteReader.h"
 
 #include <algorithm>
 #include <cstring>
