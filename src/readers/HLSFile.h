@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/KeyedHash.h"
-#include "model/KeyedList.h"
+#include "lookup/KeyedHash.h"
+#include "lookup/KeyedList.h"
 #include "readers/HlsFunctionRecord.h"
 #include "readers/InputFile.h"
 #include "text/FieldReader.h"

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "lookup/CommonNumbers.h"
+#include "lookup/NumbersByText.h"
 #include "model/KernelRecord.h"
-#include "readers/CommonNumbers.h"
-#include "readers/NumbersByText.h"
 #include "text/TextFilter.h"
 #include "text/TextSearch.h"
 

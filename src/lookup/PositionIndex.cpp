@@ -1,4 +1,4 @@
-#include "model/PositionIndex.h"
+#include "lookup/PositionIndex.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
-#include "readers/NumbersByText.h"
+#include "lookup/NumbersByText.h"
 
-#include "model/KeyedHash.h"
+#include "lookup/KeyedHash.h"
 
 namespace consolidator {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/PositionIndex.h"
+#include "lookup/PositionIndex.h"
 
 #include <cstddef>
 #include <cstdint>

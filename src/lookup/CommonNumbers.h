@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/KeyedHash.h"
-#include "model/KeyedList.h"
-#include "readers/NumbersByText.h"
+#include "lookup/KeyedHash.h"
+#include "lookup/KeyedList.h"
+#include "lookup/NumbersByText.h"
 
 #include <cstddef>
 #include <cstdint>

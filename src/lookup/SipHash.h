@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/HashSeed.h"
+#include "lookup/HashSeed.h"
 
 #include <bit>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/KeyedHash.h"
-#include "model/PositionIndex.h"
+#include "lookup/KeyedHash.h"
+#include "lookup/PositionIndex.h"
 
 #include <algorithm>
 #include <cstddef>

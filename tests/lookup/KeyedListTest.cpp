@@ -1,4 +1,4 @@
-#include "model/KeyedList.h"
+#include "lookup/KeyedList.h"
 #include "support/CollidingKeys.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/SipHash.h"
+#include "lookup/SipHash.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "model/SipHash.h"
+#include "lookup/SipHash.h"
 
 #include <gtest/gtest.h>
 

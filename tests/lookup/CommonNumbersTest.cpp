@@ -1,4 +1,4 @@
-#include "readers/CommonNumbers.h"
+#include "lookup/CommonNumbers.h"
 #include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>

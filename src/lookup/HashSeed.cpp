@@ -1,4 +1,4 @@
-#include "model/HashSeed.h"
+#include "lookup/HashSeed.h"
 
 #include <sys/auxv.h>
 #include <sys/random.h>

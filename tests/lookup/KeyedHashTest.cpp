@@ -1,4 +1,4 @@
-#include "model/KeyedHash.h"
+#include "lookup/KeyedHash.h"
 #include "support/CollidingKeys.h"
 
 #include <gtest/gtest.h>

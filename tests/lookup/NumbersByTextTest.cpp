@@ -1,4 +1,4 @@
-#include "readers/NumbersByText.h"
+#include "lookup/NumbersByText.h"
 
 #include <gtest/gtest.h>
 
