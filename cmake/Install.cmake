@@ -38,6 +38,7 @@ endfunction()
 
 foreach(section IN ITEMS 1 5)
   file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS docs/man/*.${section})
+  list(FILTER pages EXCLUDE REGEX consolidator-inspect)
   foreach(page IN LISTS pages)
     cmake_path(GET page FILENAME name)
     consolidator_compress(${page} ${PROJECT_BINARY_DIR}/install/${name})
@@ -85,7 +86,7 @@ install(
           WORLD_READ
           WORLD_EXECUTE)
 install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator
-        PATTERN annotate EXCLUDE)
+        PATTERN annotate EXCLUDE PATTERN schemas EXCLUDE)
 install(PROGRAMS share/annotate DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator)
 
 # An executable that holds Expat comes with its licence.
