@@ -53,6 +53,14 @@ void prepareHeap() {
   mallopt(M_TOP_PAD, usualTopPad);
 }
 
+}  // namespace
+
+void prepareProcess() {
+  prepareForOutOfMemory();
+  prepareHeap();
+  prepareStandardStreams();
+}
+
 void prepareStandardStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     // An unconnected socket takes the lowest number that is free, and it is as good as closed: it
@@ -61,14 +69,6 @@ void prepareStandardStreams() {
   }
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-}
-
-}  // namespace
-
-void prepareProcess() {
-  prepareForOutOfMemory();
-  prepareHeap();
-  prepareStandardStreams();
 }
 
 void endOutOfMemory() {
