@@ -38,7 +38,7 @@ bool ByteReader::readTextBeyondBlock(std::string& text, std::uint32_t size) {
   if (remaining() < size) return fail();
   text.resize(size);
   if (!readBytes(text.data(), size)) return false;
-  text.resize(lengthUpToZero(text.data(), size));
+  text.resize(lengthBeforeCodeBelow<1>(text));
   return true;
 }
 

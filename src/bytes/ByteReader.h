@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/ShortText.h"
+#include "text/ScanBytes.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace consolidator {
 
@@ -53,8 +54,8 @@ class ByteReader {
     std::uint32_t size = 0;
     if (!readClampedU32(size)) return false;
     if (size > end_ - position_) return readTextBeyondBlock(text, size);
-    const char* const start = block_.get() + position_;
-    text.assign(start, lengthUpToZero(start, size));
+    const std::string_view stored(block_.get() + position_, size);
+    text.assign(stored.data(), lengthBeforeCodeBelow<1>(stored));
     position_ += size;
     return true;
   }

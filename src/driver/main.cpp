@@ -1,8 +1,6 @@
 #include "consolidated/ConsolidatedFile.h"
 #include "driver/Driver.h"
-#include "driver/OutOfMemory.h"
-#include "driver/ProcessHeap.h"
-#include "driver/StandardStreams.h"
+#include "driver/Process.h"
 
 #include <cstdlib>
 #include <exception>
@@ -10,9 +8,7 @@
 #include <new>
 
 int main(int argc, char** argv) {
-  consolidator::endWhereMemoryRunsOut();
-  consolidator::prepareProcessHeap();
-  consolidator::prepareStandardStreams();
+  consolidator::prepareProcess();
   try {
     consolidator::ConsolidatedFile file;
     const int status = consolidator::runConsolidation(argc, argv, file);

@@ -59,7 +59,16 @@ struct BreakableConditionKey {
     return {condition.kind, condition.condition, condition.line, condition.file};
   }
 
-  static std::uint64_t hash(const Key& key);
+  // The size in between keeps two texts from passing for two others that are the same in a row.
+  static std::uint64_t hash(const Key& key) {
+    const auto& [kind, condition, line, file] = key;
+    KeyedHash hash(HashSeed::ofProcess());
+    hash.add(std::uint64_t{static_cast<std::uint32_t>(kind)} << 32U | line);
+    hash.add(file.size());
+    hash.add(file);
+    hash.add(condition);
+    return hash.finish();
+  }
 };
 
 using BreakableConditionList = KeyedList<BreakableCondition, BreakableConditionKey>;

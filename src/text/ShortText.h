@@ -1,8 +1,6 @@
 #pragma once
 
-#include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -37,21 +35,6 @@ inline char* putText(char* to, std::string_view text) {
     to[size - 1] = from[size - 1];
   }
   return to + size;
-}
-
-/// Returns the number of bytes before the first zero byte, at most `size`.
-inline std::size_t lengthUpToZero(const char* text, std::size_t size) {
-  constexpr std::uint64_t eachByte = 0x0101'0101'0101'0101U;
-  std::size_t length = 0;
-  for (std::uint64_t bytes = 0; length + sizeof bytes <= size; length += sizeof bytes) {
-    std::memcpy(&bytes, text + length, sizeof bytes);
-    // Marks zero bytes and, behind the first of them, maybe others. The first comes lowest, since
-    // the host is little-endian.
-    const std::uint64_t marks = (bytes - eachByte) & ~bytes & (eachByte * 0x80);
-    if (marks != 0) return length + static_cast<std::size_t>(std::countr_zero(marks)) / 8;
-  }
-  while (length < size && text[length] != '\0') ++length;
-  return length;
 }
 
 }  // namespace consolidator

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "text/ScanBytes.h"
+
 #include <array>
-#include <bit>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 
 namespace consolidator {
@@ -23,18 +22,7 @@ constexpr bool isWhiteSpace(char c) { return whiteSpaceTable[static_cast<unsigne
 /// Returns the number of characters before the first that is white space or a control character of
 /// a lower code than " ", the zero byte included.
 inline std::size_t plainLength(std::string_view text) {
-  constexpr std::uint64_t eachByte = 0x0101010101010101U;
-  std::uint64_t bytes = 0;
-  std::size_t length = 0;
-  for (; length + sizeof bytes <= text.size(); length += sizeof bytes) {
-    std::memcpy(&bytes, text.data() + length, sizeof bytes);
-    // Marks every byte up to " ". The borrow may mark bytes above the first of these, too; the
-    // first comes lowest, since the host is little-endian.
-    const std::uint64_t marks = (bytes - eachByte * (' ' + 1)) & ~bytes & (eachByte * 0x80);
-    if (marks != 0) return length + static_cast<std::size_t>(std::countr_zero(marks)) / 8;
-  }
-  while (length < text.size() && static_cast<unsigned char>(text[length]) > ' ') ++length;
-  return length;
+  return lengthBeforeCodeBelow<' ' + 1>(text);
 }
 
 /// Returns the number of characters before the first white space.
