@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace consolidator::inspect {
+
+/// Writes to an open descriptor in large blocks and remembers the first error; what is written
+/// after it is dropped. The descriptor stays the caller's.
+class OutputSink {
+ public:
+  explicit OutputSink(int descriptor);
+  OutputSink(const OutputSink&) = delete;
+  OutputSink& operator=(const OutputSink&) = delete;
+  ~OutputSink() = default;
+
+  void put(char c) {
+    if (size_ == block_.size()) writeBlock();
+    block_[size_++] = c;
+  }
+
+  void write(std::string_view text);
+
+  /// Room for `size` more bytes, at most 4096: to be filled from its start and then taken by
+  /// advance().
+  char* room(std::size_t size) {
+    if (block_.size() - size_ < size) writeBlock();
+    return block_.data() + size_;
+  }
+
+  void advance(std::size_t size) { size_ += size; }
+
+  /// Writes what is held back. Returns whether everything was written so far.
+  bool flush();
+
+  /// The system's error number of the first write that failed, or 0. EPIPE is that of a reader who
+  /// went away, which nobody needs to be told.
+  int error() const { return error_; }
+
+  bool isTerminal() const;
+
+ private:
+  void writeBlock();
+  void writeThrough(std::string_view bytes);
+
+  int descriptor_;
+  int error_ = 0;
+  std::vector<char> block_;
+  std::size_t size_ = 0;
+};
+
+}  // namespace consolidator::inspect
