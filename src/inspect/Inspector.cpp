@@ -1,6 +1,7 @@
 #include "inspect/Inspector.h"
 
 #include "inspect/Command.h"
+#include "inspect/DiffCommand.h"
 #include "inspect/ExtractCommand.h"
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
@@ -40,6 +41,7 @@ constexpr std::array commands = {
     CommandEntry{"json", "write what is in a file as strict JSON", make<JsonCommand>},
     CommandEntry{"extract", "write the bytes of one section", make<ExtractCommand>},
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
+    CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
 };
 
 std::string helpText() {
