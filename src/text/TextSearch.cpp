@@ -86,11 +86,25 @@ void TextSearch::addChildren(State state, Patterns patterns, std::size_t length,
 }
 
 const std::vector<std::uint32_t>& TextSearch::findIn(std::string_view text) {
+  return search(text, [] { return false; });
+}
+
+const std::vector<std::uint32_t>& TextSearch::findSomeIn(std::string_view text,
+                                                         std::size_t enough) {
+  search(text, [&] { return found_.size() >= enough; });
+  if (found_.size() > enough) found_.resize(enough);
+  return found_;
+}
+
+template <typename IsEnough>
+inline const std::vector<std::uint32_t>& TextSearch::search(std::string_view text,
+                                                            IsEnough isEnough) {
   ++searchNumber_;
   found_.clear();
   State state = start;
   addMatches(state);
   for (const char c : text) {
+    if (isEnough()) break;
     if (state == start && !startsPattern_[static_cast<unsigned char>(c)]) continue;
     state = next(state, c);
     addMatches(state);
