@@ -1,6 +1,5 @@
 #include "model/ConditionPreparer.h"
 
-#include "text/ShortText.h"
 #include "text/WhiteSpace.h"
 
 #include <algorithm>
@@ -20,8 +19,8 @@ bool isOperand(std::string_view token) {
 }
 
 char* putQualified(char* to, std::string_view token) {
-  if (isLetter(token.front())) to = putText(to, qualifier);
-  return putText(to, token);
+  if (isLetter(token.front())) to = std::ranges::copy(qualifier, to).out;
+  return std::ranges::copy(token, to).out;
 }
 
 // The two cuts are not paired, deliberately: either may happen without the other, and the last
