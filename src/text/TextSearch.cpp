@@ -58,9 +58,6 @@ void TextSearch::addNodes(Patterns patterns) {
     longer.clear();
   }
   nodes_.push_back({.firstChild = static_cast<State>(nodes_.size())});
-  for (State first = nodes_[start].firstChild; first < nodes_[start + 1].firstChild; ++first) {
-    startsPattern_[static_cast<unsigned char>(lastCharacters_[first])] = true;
-  }
 }
 
 void TextSearch::addPattern(State state, std::uint32_t pattern) {
@@ -105,7 +102,6 @@ inline const std::vector<std::uint32_t>& TextSearch::search(std::string_view tex
   addMatches(state);
   for (const char c : text) {
     if (isEnough()) break;
-    if (state == start && !startsPattern_[static_cast<unsigned char>(c)]) continue;
     state = next(state, c);
     addMatches(state);
   }
