@@ -41,11 +41,7 @@ std::string_view nameOf(ConditionKind kind) {
 }
 
 void writeItem(JsonDocument& document, const consolidated::Locations& locations) {
-  document.beginArray();
-  for (const consolidated::Location location : locations) {
-    document.beginArray().value(location.first).value(location.second).endArray();
-  }
-  document.endArray();
+  document.value(locations);
 }
 
 void writeItem(JsonDocument& document, const consolidated::Variable& variable) {
