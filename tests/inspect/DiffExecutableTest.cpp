@@ -130,5 +130,19 @@ TEST_F(DiffExecutableTest, ComparesPipesAndStandardInput) {
   EXPECT_EQ(run(build + "\"$INSPECT\" diff --stat <(cat a) - < a | tail -n 1"), holds("equal\n"));
 }
 
+// The first file is open when the second one, a named pipe, waits for its writer.
+TEST_F(DiffExecutableTest, ClosesTheDocumentWhenAFileIsCutMeanwhile) {
+  const Outcome outcome =
+      run("\"$CONSOLIDATOR\" -c -f a -h base.hierarchy; cp a copy; mkfifo b;"
+          "{ exec 3> b; truncate -s 0 a; cat copy >&3; } & "
+          "\"$INSPECT\" diff --format=json a b");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, said("a: cut while it was read"));
+  EXPECT_TRUE(outcome.out.starts_with(R"({"format":"consolidator-diff/1","equal":false,)"));
+  EXPECT_TRUE(outcome.out.ends_with(R"(],"complete":false,"lossy_texts":0})"
+                                    "\n"))
+      << outcome.out;
+}
+
 }  // namespace
 }  // namespace consolidator::inspect
