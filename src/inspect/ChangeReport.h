@@ -4,7 +4,6 @@
 
 #include <optional>
 #include <string_view>
-#include <utility>
 
 namespace consolidator::inspect {
 
@@ -14,21 +13,21 @@ class ChangeReport {
   ChangeReport(ChangeSink& sink, std::optional<std::string_view> kernel)
       : sink_(&sink), kernel_(kernel) {}
 
-  void added(Subject subject, std::optional<std::string_view> name, ChangeItem item) {
-    sink_->take({subject, kernel_, name, {}, std::move(item), {}});
+  void added(Subject subject, std::optional<std::string_view> name, const ChangeItem& item) {
+    sink_->take({subject, kernel_, name, {}, item, {}});
   }
 
-  void removed(Subject subject, std::optional<std::string_view> name, ChangeItem item) {
-    sink_->take({subject, kernel_, name, std::move(item), {}, {}});
+  void removed(Subject subject, std::optional<std::string_view> name, const ChangeItem& item) {
+    sink_->take({subject, kernel_, name, item, {}, {}});
   }
 
-  void changed(Subject subject, std::optional<std::string_view> name, ChangeItem before,
-               ChangeItem after, std::optional<bool> bytesDiffer = {}) {
-    sink_->take({subject, kernel_, name, std::move(before), std::move(after), bytesDiffer});
+  void changed(Subject subject, std::optional<std::string_view> name, const ChangeItem& before,
+               const ChangeItem& after, std::optional<bool> bytesDiffer = {}) {
+    sink_->take({subject, kernel_, name, before, after, bytesDiffer});
   }
 
-  void reordered(std::string_view list, KeyList before, KeyList after) {
-    changed(Subject::Order, list, std::move(before), std::move(after));
+  void reordered(std::string_view list, const KeyList& before, const KeyList& after) {
+    changed(Subject::Order, list, before, after);
   }
 
  private:

@@ -140,8 +140,8 @@ bool ConditionComparison::isSame(const BreakableCondition& before,
 void ConditionComparison::reportRest(List::Iterator firstBefore, List::Iterator firstAfter,
                                      ChangeReport& report) const {
   constexpr auto subject = Subject::BreakableCondition;
-  const Elements before(bytesBefore_, firstBefore);
-  const Elements after(bytesAfter_, firstAfter);
+  const Elements before(bytesBefore_, before_, firstBefore);
+  const Elements after(bytesAfter_, after_, firstAfter);
   const ConditionPairs pairs(before, after, match_);
   for (std::size_t i = 0; i < before.size(); ++i) {
     const BreakableCondition item = before[i];

@@ -16,7 +16,7 @@ std::string comparedForm(const consolidated::BreakableCondition& condition, Cond
 /// Reports how the conditions of a kernel differ from those that they became. First those that are
 /// equal in kind, file, line and compared form are matched; then, of the others, those with equal
 /// kind, file and line, which have changed; each time the n-th with the n-th. Takes linear time;
-/// holds up to 100 bytes for each condition after the first one that is not where it was.
+/// holds up to 60 bytes for each condition after the first one that is not where it was.
 class ConditionComparison {
  public:
   using List = consolidated::List<consolidated::BreakableCondition>;

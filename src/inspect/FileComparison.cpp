@@ -37,8 +37,9 @@ ComparisonResult FileComparison::report(ChangeSink& sink) const {
       !options_.withSections || SectionComparison(*before_, *after_).report(report);
   KernelListComparison(*before_, result.before, *after_, result.after, options_.match)
       .report(changes);
-  if (!isTableCompared)
+  if (!isTableCompared) {
     result.after.whyIncomplete = "Its sections hold the same bytes again and again.";
+  }
   result.changes = changes.count();
   result.isEqual = result.changes == 0 && result.isComplete();
   return result;

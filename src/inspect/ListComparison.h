@@ -67,7 +67,7 @@ class ListComparison {
 
   void reportRest(const ListName& name, Iterator before, Iterator after,
                   ChangeReport& report) const {
-    const ListElements<T> rest(bytesAfter_, after);
+    const ListElements<T> rest(bytesAfter_, after_, after);
     Matching matching(rest, [](const T& element) { return keyOf(element); });
     OrderCheck order;
     for (; before != Iterator(); ++before) {

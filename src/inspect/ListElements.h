@@ -31,15 +31,12 @@ class ListElements {
  public:
   using Iterator = typename consolidated::List<T>::Iterator;
 
-  /// For elements of a file with these bytes, which are added one after another.
-  explicit ListElements(std::string_view bytes) : bytes_(bytes) {}
-
-  /// With all elements of a list from one of them on.
-  ListElements(std::string_view bytes, Iterator from) : bytes_(bytes) {
-    for (; from != Iterator(); ++from) add(*from);
+  /// Of the elements of a list from one of them on, in a file with these bytes.
+  ListElements(std::string_view bytes, const consolidated::List<T>& list, Iterator from)
+      : bytes_(bytes) {
+    offsets_.reserve(list.size());
+    for (; from != Iterator(); ++from) offsets_.push_back(recordOffset(*from));
   }
-
-  void add(const T& element) { offsets_.push_back(recordOffset(element)); }
 
   std::size_t size() const { return offsets_.size(); }
 
