@@ -1,10 +1,10 @@
 #include "InputFiles.h"
 
 #include "Inputs.h"
+#include "bytes/ByteWriter.h"
 #include "consolidated/FileHeader.h"
 #include "consolidated/SectionEntry.h"
 #include "consolidated/StdioFile.h"
-#include "model/ByteWriter.h"
 
 #include <algorithm>
 #include <array>

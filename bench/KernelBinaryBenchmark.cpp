@@ -1,7 +1,7 @@
 #include "Inputs.h"
+#include "bytes/ByteReader.h"
+#include "bytes/ByteWriter.h"
 #include "consolidated/StdioFile.h"
-#include "model/ByteReader.h"
-#include "model/ByteWriter.h"
 #include "model/KernelRecord.h"
 
 #include <benchmark/benchmark.h>

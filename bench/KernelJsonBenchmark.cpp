@@ -1,6 +1,6 @@
 #include "Inputs.h"
+#include "bytes/ByteWriter.h"
 #include "consolidated/StdioFile.h"
-#include "model/ByteWriter.h"
 #include "model/KernelJson.h"
 
 #include <benchmark/benchmark.h>

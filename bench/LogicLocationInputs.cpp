@@ -1,8 +1,8 @@
 #include "LogicLocationInputs.h"
 
 #include "Inputs.h"
+#include "bytes/ByteWriter.h"
 #include "consolidated/StdioFile.h"
-#include "model/ByteWriter.h"
 
 #include <array>
 #include <cstdio>

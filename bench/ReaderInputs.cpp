@@ -1,8 +1,8 @@
 #include "ReaderInputs.h"
 
 #include "Inputs.h"
+#include "bytes/ByteWriter.h"
 #include "consolidated/StdioFile.h"
-#include "model/ByteWriter.h"
 
 #include <string_view>
 

@@ -1,8 +1,8 @@
 #include "consolidated/ConsolidatedFile.h"
 
+#include "bytes/ByteReader.h"
+#include "bytes/ByteWriter.h"
 #include "consolidated/SectionVisit.h"
-#include "model/ByteReader.h"
-#include "model/ByteWriter.h"
 #include "model/KernelJson.h"
 #include "readers/AuxiliaryXMLFile.h"
 #include "readers/HLSFile.h"

@@ -1,7 +1,7 @@
 #include "consolidated/DwarfSource.h"
 
+#include "bytes/ByteReader.h"
 #include "consolidated/SectionEntry.h"
-#include "model/ByteReader.h"
 
 #include <algorithm>
 #include <limits>

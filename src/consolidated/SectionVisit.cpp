@@ -1,7 +1,7 @@
 #include "consolidated/SectionVisit.h"
 
+#include "bytes/ByteReader.h"
 #include "consolidated/StdioFile.h"
-#include "model/ByteReader.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "consolidated/StdioFile.h"
 
-#include "model/ByteReader.h"
+#include "bytes/ByteReader.h"
 
 #include <fcntl.h>
 #include <poll.h>

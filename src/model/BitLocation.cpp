@@ -1,7 +1,7 @@
 #include "model/BitLocation.h"
 
-#include "model/ByteReader.h"
-#include "model/ByteWriter.h"
+#include "bytes/ByteReader.h"
+#include "bytes/ByteWriter.h"
 
 #include <string_view>
 #include <type_traits>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/KeyedList.h"
+#include "lookup/KeyedList.h"
 
 #include <cstdint>
 #include <string>

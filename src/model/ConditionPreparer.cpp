@@ -1,7 +1,7 @@
 #include "model/ConditionPreparer.h"
 
-#include "model/ShortText.h"
-#include "model/WhiteSpace.h"
+#include "text/ShortText.h"
+#include "text/WhiteSpace.h"
 
 #include <algorithm>
 

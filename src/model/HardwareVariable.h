@@ -1,7 +1,7 @@
 #pragma once
 
+#include "lookup/KeyedList.h"
 #include "model/BitLocation.h"
-#include "model/KeyedList.h"
 
 #include <cstdint>
 #include <string>

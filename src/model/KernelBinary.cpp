@@ -14,8 +14,8 @@
 // A reader of such a file must not trust its counts and lengths: nothing is allocated for more
 // bytes than the file still holds, and a list grows as its elements arrive.
 
-#include "model/ByteReader.h"
-#include "model/ByteWriter.h"
+#include "bytes/ByteReader.h"
+#include "bytes/ByteWriter.h"
 #include "model/KernelRecord.h"
 
 #include <cstdint>

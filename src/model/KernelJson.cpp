@@ -4,7 +4,7 @@
 
 #include "model/KernelJson.h"
 
-#include "model/ByteWriter.h"
+#include "bytes/ByteWriter.h"
 
 #include <algorithm>
 #include <bit>

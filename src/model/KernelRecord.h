@@ -1,8 +1,8 @@
 #pragma once
 
+#include "lookup/KeyedList.h"
 #include "model/BreakableCondition.h"
 #include "model/HardwareVariable.h"
-#include "model/KeyedList.h"
 #include "model/VariableRecord.h"
 
 #include <boost/container/deque.hpp>

@@ -1,7 +1,7 @@
 #include "model/VariableRecord.h"
 
-#include "model/ByteReader.h"
-#include "model/ByteWriter.h"
+#include "bytes/ByteReader.h"
+#include "bytes/ByteWriter.h"
 
 namespace consolidator {
 

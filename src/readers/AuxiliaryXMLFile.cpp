@@ -1,8 +1,8 @@
 #include "readers/AuxiliaryXMLFile.h"
 
-#include "model/WhiteSpace.h"
-#include "readers/FieldReader.h"
 #include "readers/HdlReservedWords.h"
+#include "text/FieldReader.h"
+#include "text/WhiteSpace.h"
 
 #include <algorithm>
 #include <cstddef>

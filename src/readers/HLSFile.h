@@ -1,10 +1,10 @@
 #pragma once
 
-#include "model/KeyedHash.h"
-#include "model/KeyedList.h"
-#include "readers/FieldReader.h"
+#include "lookup/KeyedHash.h"
+#include "lookup/KeyedList.h"
 #include "readers/HlsFunctionRecord.h"
 #include "readers/InputFile.h"
+#include "text/FieldReader.h"
 
 #include <cstddef>
 #include <cstdint>

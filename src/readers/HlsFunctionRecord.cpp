@@ -1,6 +1,6 @@
 #include "readers/HlsFunctionRecord.h"
 
-#include "readers/LeadingDecimal.h"
+#include "text/LeadingDecimal.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "readers/HlsLocalRecord.h"
 
-#include "readers/LeadingDecimal.h"
+#include "text/LeadingDecimal.h"
 
 #include <cstddef>
 

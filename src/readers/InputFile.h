@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/KernelRecord.h"
-#include "readers/InputBuffer.h"
+#include "text/InputBuffer.h"
 
 #include <istream>
 #include <string_view>

@@ -1,11 +1,11 @@
 #include "readers/LLFile.h"
 
-#include "model/WhiteSpace.h"
-#include "readers/FieldReader.h"
-#include "readers/FindLast.h"
 #include "readers/NetBit.h"
 #include "readers/RegisterIndex.h"
 #include "readers/SharedNets.h"
+#include "text/FieldReader.h"
+#include "text/FindLast.h"
+#include "text/WhiteSpace.h"
 
 #include <cstdint>
 #include <optional>

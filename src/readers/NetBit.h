@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/FindLast.h"
+#include "text/FindLast.h"
 
 #include <cstdint>
 #include <optional>

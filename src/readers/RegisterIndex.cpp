@@ -1,6 +1,6 @@
 #include "readers/RegisterIndex.h"
 
-#include "readers/FindLast.h"
+#include "text/FindLast.h"
 
 #include <string>
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "lookup/CommonNumbers.h"
+#include "lookup/NumbersByText.h"
 #include "model/KernelRecord.h"
-#include "readers/CommonNumbers.h"
-#include "readers/NumbersByText.h"
-#include "readers/TextFilter.h"
-#include "readers/TextSearch.h"
+#include "text/TextFilter.h"
+#include "text/TextSearch.h"
 
 #include <cstddef>
 #include <cstdint>

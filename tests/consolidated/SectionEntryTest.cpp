@@ -1,5 +1,5 @@
+#include "bytes/ByteReader.h"
 #include "consolidated/SectionEntry.h"
-#include "model/ByteReader.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "model/HardwareVariable.h"
-#include "model/HexBytes.h"
+#include "support/HexBytes.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>

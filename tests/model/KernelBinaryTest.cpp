@@ -1,10 +1,10 @@
 // The binary form of whole kernel records.
 
 #include "model/Describe.h"
-#include "model/FullStream.h"
-#include "model/HexBytes.h"
 #include "model/KernelRecord.h"
 #include "model/RandomKernels.h"
+#include "support/FullStream.h"
+#include "support/HexBytes.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "model/HexBytes.h"
 #include "model/VariableRecord.h"
+#include "support/HexBytes.h"
 #include "support/MemoryStream.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/ByteReader.h"
-#include "model/ByteWriter.h"
+#include "bytes/ByteReader.h"
+#include "bytes/ByteWriter.h"
 #include "model/KernelJson.h"
 
 #include <sys/mman.h>
