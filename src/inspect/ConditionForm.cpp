@@ -1,7 +1,7 @@
 #include "inspect/ConditionForm.h"
 
 #include "model/ConditionPreparer.h"
-#include "model/WhiteSpace.h"
+#include "text/WhiteSpace.h"
 
 #include <algorithm>
 #include <array>

@@ -5,9 +5,9 @@
 
 namespace consolidator {
 
-std::uint32_t VariableRecord::bitWidth() const {
-  if (cType.find('*') != std::string::npos) return 64;
-  if (cType.find("char") != std::string::npos) return 8;
+std::uint32_t VariableRecord::bitWidthOf(std::string_view cType) {
+  if (cType.find('*') != std::string_view::npos) return 64;
+  if (cType.find("char") != std::string_view::npos) return 8;
   return 32;
 }
 
