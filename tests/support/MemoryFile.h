@@ -25,6 +25,9 @@ class MemoryFile {
 
   ~MemoryFile() { close(descriptor_); }
 
+  /// Stays the file's; what is written to it follows what was written to it before.
+  int descriptor() const { return descriptor_; }
+
   std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
   /// Replaces what the file holds.
