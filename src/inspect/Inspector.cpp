@@ -3,6 +3,7 @@
 #include "inspect/Command.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
+#include "inspect/VerifyCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -34,6 +35,7 @@ std::unique_ptr<Command> make() {
 
 constexpr std::array commands = {
     CommandEntry{"json", "write what is in a file as strict JSON", make<JsonCommand>},
+    CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
 };
 
 std::string helpText() {
