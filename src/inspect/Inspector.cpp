@@ -7,6 +7,7 @@
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
 #include "inspect/ShowCommand.h"
+#include "inspect/VerifyCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -41,6 +42,7 @@ constexpr std::array commands = {
     CommandEntry{"json", "write what is in a file as strict JSON", make<JsonCommand>},
     CommandEntry{"extract", "write the bytes of one section", make<ExtractCommand>},
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
+    CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
 };
 
