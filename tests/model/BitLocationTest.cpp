@@ -11,7 +11,7 @@
 namespace consolidator {
 namespace {
 
-// Reads locations from the bytes behind those that `locations` holds.
+// Reads locations from bytes after those that `locations` holds.
 bool read(std::string_view bytes, std::vector<BitLocation>& locations) {
   const MemoryStream stream(bytes);
   ByteReader in(stream.get());
@@ -45,7 +45,7 @@ TEST(BitLocation, IsReadAsACountAndPairs) {
   EXPECT_EQ(locations, (std::vector<BitLocation>{{1, 2}, {0xFFFFFFFFU, 0x80000000U}}));
 }
 
-TEST(BitLocation, IsReadBehindWhatTheListHolds) {
+TEST(BitLocation, IsReadAfterWhatTheListHolds) {
   std::vector<BitLocation> locations{{1, 2}};
   EXPECT_TRUE(read(hexBytes("01 00 00 00  03 00 00 00 04 00 00 00"), locations));
   EXPECT_EQ(locations, (std::vector<BitLocation>{{1, 2}, {3, 4}}));
