@@ -13,7 +13,7 @@
 namespace consolidator {
 
 /// Base of the tests that run the built executable in an empty folder and compare all that it
-/// leaves behind: both outputs, the status and every byte of every file.
+/// leaves: both outputs, the status and every byte of every file.
 class ExecutableTest : public testing::Test {
  protected:
   using Arguments = std::vector<std::string>;

@@ -1,6 +1,6 @@
 // One line of 64 MiB, or of CONSOLIDATOR_LONG_LINE (such as 1G), comes through a pipe as an input
-// of each kind. It is passed over as it comes, where it says nothing, and costs a few times its
-// size where it does. What the consolidated file held stays.
+// of each kind. Where it says nothing it is skipped as it comes; where it does, it costs a few
+// times its size. What the consolidated file held stays.
 
 #include "endtoend/ExecutableTest.h"
 #include "endtoend/Expected.h"
