@@ -37,8 +37,8 @@ inline bool isLasting(const PlainContainer& container) {
          !hasSeveral(container, SectionKind::KernelRecords);
 }
 
-/// Whether the records of a container are written as they are when all is done: a JSON text after
-/// them prepares their conditions once more.
+/// Whether the records of a container are written in their final form: a JSON text after them
+/// prepares their conditions once more.
 inline bool writesRecordsLast(const PlainContainer& container) {
   const auto isJson = [](const SectionEntry& entry) { return entry.kind == SectionKind::Json; };
   const auto records = std::find_if(

@@ -1,6 +1,6 @@
-// The JSON text is put together from fixed fragments: their spacing, the bit locations in the form
-// "{ 1, 2}" and the texts without any escaping are what consumers parse, byte for byte. A JSON
-// library would write something else, so none is used.
+// The JSON text is assembled from fixed pieces: consumers parse their spacing, the bit locations in
+// the form "{ 1, 2}" and the texts without escapes, byte for byte. A JSON library would write
+// something else, so none is used.
 
 #pragma once
 
