@@ -4,6 +4,7 @@
 
 #include <rapidjson/internal/itoa.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 
@@ -13,6 +14,12 @@ namespace {
 
 constexpr std::uint64_t largestExact = (std::uint64_t{1} << 53U) - 1;
 constexpr std::size_t longestPair = std::string_view(",[4294967295,4294967295]").size();
+
+// Whether a character cannot stand in a text as it is, or may not be one.
+bool isSpecial(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte >= 0x80 || c == '"' || c == '\\';
+}
 
 }  // namespace
 
@@ -44,15 +51,47 @@ JsonDocument& JsonDocument::key(std::string_view name) {
 }
 
 JsonDocument& JsonDocument::value(std::string_view text) {
-  std::string mended;
-  if (findIllFormed(text) != std::string_view::npos) {
-    ++lossyTexts_;
-    mended = wellFormed(text);
-    text = mended;
+  write([](auto& writer) { writer.RawValue("", 0, rapidjson::kStringType); });
+  out_->put('"');
+  if (!writeCharacters(text)) ++lossyTexts_;
+  out_->put('"');
+  return *this;
+}
+
+// Returns whether all of the text is UTF-8. It may be gigabytes, which the writers would want in
+// one piece and mended.
+bool JsonDocument::writeCharacters(std::string_view text) {
+  bool isWellFormed = true;
+  while (!text.empty()) {
+    const auto* const special = std::find_if(text.begin(), text.end(), isSpecial);
+    const auto plainSize = static_cast<std::size_t>(special - text.begin());
+    out_->write(text.substr(0, plainSize));
+    text.remove_prefix(plainSize);
+    if (text.empty()) break;
+    const Utf8Sequence sequence = firstSequence(text);
+    if (sequence.codePoint < 0x80 && sequence.isWellFormed) {
+      writeEscaped(text[0]);
+    } else {
+      out_->write(sequence.isWellFormed ? text.substr(0, sequence.size) : replacementCharacter);
+    }
+    isWellFormed = isWellFormed && sequence.isWellFormed;
+    text.remove_prefix(sequence.size);
   }
-  return write([&](auto& writer) {
-    writer.String(text.empty() ? "" : text.data(), static_cast<rapidjson::SizeType>(text.size()));
-  });
+  return isWellFormed;
+}
+
+void JsonDocument::writeEscaped(char c) {
+  constexpr std::string_view named = "\"\\\b\f\n\r\t";
+  constexpr std::string_view letters = "\"\\bfnrt";
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  out_->put('\\');
+  if (const std::size_t i = named.find(c); i != std::string_view::npos) {
+    out_->put(letters[i]);
+    return;
+  }
+  out_->write("u00");
+  out_->put(digits[static_cast<unsigned char>(c) >> 4U]);
+  out_->put(digits[static_cast<unsigned char>(c) & 0xFU]);
 }
 
 JsonDocument& JsonDocument::value(std::uint32_t number) {

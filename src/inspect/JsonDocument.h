@@ -71,6 +71,8 @@ class JsonDocument {
     OutputSink* out;
   };
 
+  bool writeCharacters(std::string_view text);
+  void writeEscaped(char c);
   void writeCompact(const consolidated::Locations& locations);
 
   template <typename Write>
