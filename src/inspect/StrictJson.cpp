@@ -3,21 +3,15 @@
 
 #include "inspect/StrictJson.h"
 
+#include "inspect/PlainBytes.h"
 #include "inspect/Utf8.h"
 
-#include <array>
+#include <utility>
 #include <vector>
 
 namespace consolidator::inspect {
 
 namespace {
-
-// The bytes that a string may hold as they are and that need no further look.
-constexpr std::array<bool, 256> plainInString = [] {
-  std::array<bool, 256> table{};
-  for (std::size_t c = 0x20; c < 0x80; ++c) table[c] = c != '"' && c != '\\';
-  return table;
-}();
 
 bool isDecimalDigit(int c) { return c >= '0' && c <= '9'; }
 
@@ -59,7 +53,7 @@ class StrictJsonReader {
   bool endsValue();
   bool key();
   bool string();
-  bool character();
+  bool specialCharacter();
   bool escape();
   bool literal(std::string_view word);
   bool digits();
@@ -136,17 +130,14 @@ bool StrictJsonReader::key() {
 
 bool StrictJsonReader::string() {
   if (!take('"')) return false;
-  while (!take('"')) {
-    if (!character()) return false;
+  while (true) {
+    position_ += plainBytes(text_.substr(position_));
+    if (take('"')) return true;
+    if (!specialCharacter()) return false;
   }
-  return true;
 }
 
-// One character of a string, or all up to the next that is special.
-bool StrictJsonReader::character() {
-  const std::size_t start = position_;
-  while (next() >= 0 && plainInString[static_cast<std::size_t>(next())]) ++position_;
-  if (position_ > start) return true;
+bool StrictJsonReader::specialCharacter() {
   if (next() == '\\') return escape();
   const Utf8Sequence sequence = firstSequence(text_.substr(position_));
   if (next() < 0x80 || !sequence.isWellFormed) return false;
@@ -177,9 +168,9 @@ bool StrictJsonReader::literal(std::string_view word) {
 }
 
 bool StrictJsonReader::digits() {
-  const std::size_t start = position_;
-  while (isDecimalDigit(next())) ++position_;
-  return position_ > start;
+  std::size_t end = position_;
+  while (end < text_.size() && isDecimalDigit(text_[end])) ++end;
+  return std::exchange(position_, end) < end;
 }
 
 bool StrictJsonReader::number() {

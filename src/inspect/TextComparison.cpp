@@ -6,6 +6,16 @@
 
 namespace consolidator::inspect {
 
+namespace {
+
+// What "new" does in the end.
+[[noreturn]] void endWithoutMemory() {
+  if (const std::new_handler handler = std::get_new_handler()) handler();
+  throw std::bad_alloc();
+}
+
+}  // namespace
+
 TextComparison::TextComparison(std::string_view expected) : expected_(expected) {
   cookie_io_functions_t functions = {};
   functions.write = [](void* object, const char* bytes, std::size_t size) -> ssize_t {
@@ -13,7 +23,7 @@ TextComparison::TextComparison(std::string_view expected) : expected_(expected) 
     return isTaken ? static_cast<ssize_t>(size) : 0;
   };
   stream_.reset(::fopencookie(this, "w", functions));
-  if (!stream_) throw std::bad_alloc();
+  if (!stream_) endWithoutMemory();
   std::setvbuf(stream_.get(), nullptr, _IONBF, 0);  // it is written to in blocks
 }
 
