@@ -69,7 +69,7 @@ class ItemWriter {
 
   void operator()(const consolidated::Section& section) const {
     out_->write(
-        fmt::format("{}: 0x{:X}, {} bytes", nameOf(section.kind), section.offset, section.size));
+        fmt::format("{}: {:#x}, {} bytes", nameOf(section.kind), section.offset, section.size));
   }
 
   void operator()(const KeyList& list) const {
