@@ -14,7 +14,6 @@ using consolidated::Locations;
 using consolidated::Text;
 using consolidated::Variable;
 
-// Whether both numbers of a location are 0, its bytes as one word.
 bool isUnlocated(const consolidated::Location& location) {
   return (location.first | location.second) == 0;
 }
@@ -45,7 +44,7 @@ void KernelChecks::checkRecord(const Kernel& kernel) {
 void KernelChecks::checkTexts(const Kernel& kernel) {
   const TextPlace place{kernel.section(), kernel.name()};
   const auto check = [&](const Text& text, std::string_view subject) {
-    checkText(text, place, subject, *findings_);
+    if (!checkText(text, place, subject, *findings_)) renderStrictly_ = false;
   };
   check(kernel.name(), "the kernel's name");
   for (const Text& path : kernel.instancePaths()) check(path, "an instance path");
@@ -70,18 +69,18 @@ void KernelChecks::checkTexts(const Kernel& kernel) {
 }
 
 void KernelChecks::checkLocations(const Kernel& kernel) {
-  for (const Variable& argument : kernel.arguments()) {
-    for (const Locations& bits : argument.instanceBits()) {
-      checkLocations(kernel, bits, "an argument");
-    }
-  }
-  for (const Variable& variable : kernel.variables()) {
-    for (const Locations& bits : variable.instanceBits()) {
-      checkLocations(kernel, bits, "a variable");
-    }
-  }
+  for (const Variable& argument : kernel.arguments()) checkBits(kernel, argument, "an argument");
+  for (const Variable& variable : kernel.variables()) checkBits(kernel, variable, "a variable");
   for (const consolidated::HardwareVariable& variable : kernel.hardwareVariables()) {
     checkLocations(kernel, variable.logicLocations(), "a hardware variable");
+  }
+}
+
+void KernelChecks::checkBits(const Kernel& kernel, const Variable& variable,
+                             std::string_view subject) {
+  for (const Locations& bits : variable.instanceBits()) {
+    checkLocations(kernel, bits, subject);
+    if (!bits.empty()) renderStrictly_ = false;
   }
 }
 

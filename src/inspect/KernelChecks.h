@@ -26,10 +26,16 @@ class KernelChecks {
 
   bool hasLocations() const { return hasLocations_; }
 
+  /// Whether what the kernels render to is strict JSON: their texts do not break it, and no
+  /// argument or variable has bits, which are rendered in a form of their own.
+  bool renderStrictly() const { return renderStrictly_; }
+
  private:
   void checkRecord(const consolidated::Kernel& kernel);
   void checkTexts(const consolidated::Kernel& kernel);
   void checkLocations(const consolidated::Kernel& kernel);
+  void checkBits(const consolidated::Kernel& kernel, const consolidated::Variable& variable,
+                 std::string_view subject);
   void checkLocations(const consolidated::Kernel& kernel, const consolidated::Locations& locations,
                       std::string_view subject);
 
@@ -39,6 +45,7 @@ class KernelChecks {
   std::uint64_t kernels_ = 0;
   bool hasInstances_ = false;
   bool hasLocations_ = false;
+  bool renderStrictly_ = true;
 };
 
 }  // namespace consolidator::inspect

@@ -22,6 +22,9 @@ class SectionOrder {
  public:
   explicit SectionOrder(const consolidated::File& file);
 
+  /// All sections of the table. Their number stays, also when the file is cut while it is read.
+  const consolidated::Sections& sections() const { return sections_; }
+
   /// Whether a section has bytes that start inside the header or the entries that are there. So
   /// does one that the tool found no place for below 2 GiB: nothing of it was written.
   bool isUnwritten(const consolidated::Section& section) const {

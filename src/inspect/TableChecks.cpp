@@ -19,7 +19,7 @@ bool isOneOf(SectionKind kind) { return kind <= SectionKind::Json; }
 
 void TableChecks::check() {
   checkHeader();
-  for (const Section section : file_->sections()) {
+  for (const Section section : order_->sections()) {
     if (order_->isUnwritten(section)) {
       report(FindingCode::SectionUnwritten, section);
     } else {
@@ -40,7 +40,7 @@ void TableChecks::checkHeader() {
     findings_->add(
         {FindingCode::UnsupportedVersion, {}, versionOffset, {}, {}, file_->majorVersion()});
   }
-  const std::uint32_t there = file_->sections().size();
+  const std::uint32_t there = order_->sections().size();
   if (file_->claimedSections() > there) {
     findings_->add({FindingCode::ShortTable,
                     {},
@@ -103,7 +103,7 @@ void TableChecks::checkProject(const Section& section, const Section& first) {
 
 // Of the sections in their order each overlaps one before it, or the next one, or none.
 void TableChecks::checkOverlaps() {
-  std::vector<bool> overlaps(file_->sections().size());
+  std::vector<bool> overlaps(order_->sections().size());
   std::uint64_t end = 0;  // of all sections so far
   std::optional<Section> previous;
   order_->visitStored([&](const Section& section) {
@@ -113,7 +113,7 @@ void TableChecks::checkOverlaps() {
     end = std::max(end, endOf(section));
     previous = section;
   });
-  for (const Section section : file_->sections()) {
+  for (const Section section : order_->sections()) {
     if (overlaps[section.index]) report(FindingCode::SectionOverlap, section);
   }
 }

@@ -16,9 +16,10 @@ struct TextPlace {
   bool isInJson = true;                      ///< whether the JSON text shows it
 };
 
-/// Checks the bytes of a text; each kind of finding is reported once, where it is found first. The
-/// subject says for people which text it is, such as "the kernel's name".
-void checkText(const consolidated::Text& text, const TextPlace& place, std::string_view subject,
+/// Checks the bytes of a text and returns whether there was nothing to find. Each kind of finding
+/// is reported once, where it is found first. The subject says for people which text it is, such as
+/// "the kernel's name".
+bool checkText(const consolidated::Text& text, const TextPlace& place, std::string_view subject,
                FindingSink& findings);
 
 }  // namespace consolidator::inspect

@@ -118,29 +118,31 @@ void Verification::checkJson(const Section& section) {
     const std::uint64_t last = size == 0 ? 0 : size - 1;
     findings_->add({FindingCode::JsonUnterminated, section.index, stored->offset() + last, {}});
   }
-  const std::size_t position = findNotStrict(text.stored());
-  if (position == std::string_view::npos) return;
-  findings_->add({FindingCode::JsonNotStrict,
-                  section.index,
-                  text.offset() + position,
-                  {},
-                  {},
-                  static_cast<std::int64_t>(position)});
+  if (!comparison_) checkStrictness(section.index, text);
 }
 
-// Kernels that cannot be read may be in the text all the same.
+void Verification::checkStrictness(std::uint32_t section, const Text& text) {
+  const std::size_t position = findNotStrict(text.stored());
+  if (position == std::string_view::npos) return;
+  const auto number = static_cast<std::int64_t>(position);
+  findings_->add({FindingCode::JsonNotStrict, section, text.offset() + position, {}, {}, number});
+}
+
+// Kernels that cannot be read may be in the text all the same. Most texts are what strict records
+// render to, so that nobody needs to look whether they are strict.
 void Verification::endComparison() {
   if (!comparison_) return;
+  const auto json = table_.first(SectionKind::Json);
+  const std::uint32_t section = json->index;
+  const Text text = withoutZeroByte(*file_->bytesOf(*json));
   const auto difference =
       areRecordsWhole_ ? comparison_->differenceOfAll() : comparison_->differenceOfStart();
+  if (difference || !areRecordsWhole_ || !kernels_.renderStrictly()) {
+    checkStrictness(section, text);
+  }
   if (!difference) return;
-  const auto json = table_.first(SectionKind::Json);
-  findings_->add({FindingCode::JsonMismatch,
-                  json->index,
-                  *json->seekOffset() + *difference,
-                  {},
-                  {},
-                  static_cast<std::int64_t>(*difference)});
+  const auto number = static_cast<std::int64_t>(*difference);
+  findings_->add({FindingCode::JsonMismatch, section, text.offset() + *difference, {}, {}, number});
 }
 
 void Verification::checkPresence(const Requirements& requirements) {

@@ -41,6 +41,7 @@ class Verification {
   void checkRecords(const consolidated::Section& section);
   void endRecords(const consolidated::Section& section, const consolidated::KernelIterator& end);
   void checkJson(const consolidated::Section& section);
+  void checkStrictness(std::uint32_t section, const consolidated::Text& text);
   void endComparison();
   void checkPresence(const Requirements& requirements);
 
