@@ -23,7 +23,7 @@ void warnOfVersion(Console& console, const ConsolidatedInput& input) {
 }  // namespace
 
 void Command::declareFormat(CLI::App& app) {
-  app.add_option("--format", format_, "\"text\" for people or \"json\" for programs")
+  app.add_option("--format", format_, R"("text" for people or "json" for programs)")
       ->option_text("text|json")
       ->check(CLI::IsMember({"text", "json"}));
 }

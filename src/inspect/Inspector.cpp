@@ -119,7 +119,7 @@ Status runFirstWord(const std::vector<std::string>& words, Console& console) {
       std::find_if(commands.begin(), commands.end(),
                    [&](const CommandEntry& candidate) { return candidate.name == words[0]; });
   if (entry == commands.end()) {
-    return refuse(console, fmt::format("there is no command \"{}\" (see \"{} --help\")", words[0],
+    return refuse(console, fmt::format(R"(there is no command "{}" (see "{} --help"))", words[0],
                                        programName));
   }
   return runCommand(*entry, words, console);

@@ -64,7 +64,8 @@ class JsonDocument {
   struct Stream {
     using Ch = char;
 
-    void Put(char c) { out->put(c); }  // NOLINT(readability-identifier-naming): called by RapidJSON
+    // NOLINTNEXTLINE(readability-identifier-naming): called by RapidJSON
+    void Put(char c) const { out->put(c); }
 
     void Flush() {}  // NOLINT(readability-identifier-naming)
 

@@ -83,12 +83,12 @@ struct StoredHardwareVariable {
 /// The members of a BreakableCondition.
 struct StoredCondition {
   explicit StoredCondition(const consolidated::BreakableCondition& stored)
-      : kind(static_cast<ConditionKind>(stored.kind())),
+      : kind(static_cast<consolidator::ConditionKind>(stored.kind())),
         condition(stored.condition().stored()),
         line(stored.line()),
         file(stored.file().stored()) {}
 
-  ConditionKind kind;
+  consolidator::ConditionKind kind;
   std::string_view condition;
   std::uint32_t line;
   std::string_view file;
@@ -151,7 +151,7 @@ struct StoredKernel {
   explicit StoredKernel(const consolidated::Kernel& kernel, ConditionPreparer* preparer = nullptr)
       : name(kernel.name().stored()),
         instancePaths(kernel.instancePaths()),
-        type(static_cast<KernelType>(kernel.type())),
+        type(static_cast<consolidator::KernelType>(kernel.type())),
         arguments(kernel.arguments()),
         variables(kernel.variables()),
         hardwareVariables(kernel.hardwareVariables()),
@@ -160,7 +160,7 @@ struct StoredKernel {
 
   std::string_view name;
   StoredList<StoredText, consolidated::Text> instancePaths;
-  KernelType type;
+  consolidator::KernelType type;
   StoredList<StoredVariable, consolidated::Variable> arguments;
   StoredList<StoredVariable, consolidated::Variable> variables;
   StoredList<StoredHardwareVariable, consolidated::HardwareVariable> hardwareVariables;

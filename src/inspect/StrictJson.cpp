@@ -6,6 +6,7 @@
 #include "inspect/PlainBytes.h"
 #include "inspect/Utf8.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -161,10 +162,7 @@ bool StrictJsonReader::escape() {
 }
 
 bool StrictJsonReader::literal(std::string_view word) {
-  for (const char c : word) {
-    if (!take(c)) return false;
-  }
-  return true;
+  return std::ranges::all_of(word, [this](char c) { return take(c); });
 }
 
 bool StrictJsonReader::digits() {

@@ -24,7 +24,8 @@ TextComparison::TextComparison(std::string_view expected) : expected_(expected) 
   };
   stream_.reset(::fopencookie(this, "w", functions));
   if (!stream_) endWithoutMemory();
-  std::setvbuf(stream_.get(), nullptr, _IONBF, 0);  // it is written to in blocks
+  // It is written to in blocks.
+  static_cast<void>(std::setvbuf(stream_.get(), nullptr, _IONBF, 0));
 }
 
 bool TextComparison::take(std::string_view written) {

@@ -27,7 +27,7 @@ class TextComparison {
 
  private:
   struct Close {
-    void operator()(std::FILE* stream) const { std::fclose(stream); }
+    void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
   };
 
   bool take(std::string_view written);

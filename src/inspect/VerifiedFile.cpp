@@ -38,9 +38,9 @@ Status statusFor(Verdict verdict) {
   return statuses[static_cast<std::size_t>(verdict)];
 }
 
-VerifiedFile::VerifiedFile(const std::string& path, const Requirements& requirements)
-    : path_(path), requirements_(requirements) {
-  auto opened = ConsolidatedInput::open(path);
+VerifiedFile::VerifiedFile(std::string path, Requirements requirements)
+    : path_(std::move(path)), requirements_(std::move(requirements)) {
+  auto opened = ConsolidatedInput::open(path_);
   if (const auto* const problem = std::get_if<InputProblem>(&opened)) {
     reportProblem(*problem);
   } else {

@@ -27,7 +27,7 @@ Status statusFor(Verdict verdict);
 class VerifiedFile {
  public:
   /// Opens the file of a name ("-" is standard input) and looks at all of it.
-  VerifiedFile(const std::string& path, const Requirements& requirements);
+  VerifiedFile(std::string path, Requirements requirements);
 
   const std::string& path() const { return path_; }
 
