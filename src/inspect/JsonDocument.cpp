@@ -2,9 +2,8 @@
 
 #include "inspect/Utf8.h"
 
-#include <rapidjson/internal/itoa.h>
-
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <string>
 
@@ -13,6 +12,7 @@ namespace consolidator::inspect {
 namespace {
 
 constexpr std::uint64_t largestExact = (std::uint64_t{1} << 53U) - 1;
+constexpr std::size_t longestNumber = std::string_view("4294967295").size();
 constexpr std::size_t longestPair = std::string_view(",[4294967295,4294967295]").size();
 
 // Whether a character cannot stand in a text as it is, or may not be one.
@@ -125,21 +125,21 @@ JsonDocument& JsonDocument::value(const consolidated::Locations& locations) {
 
 // Most of a document are these numbers, which the writer would put character by character.
 void JsonDocument::writeCompact(const consolidated::Locations& locations) {
-  compact_.RawValue("", 0,
-                    rapidjson::kArrayType);  // what stands between this and what is before it
+  // What stands between this and what is before it.
+  compact_.RawValue("", 0, rapidjson::kArrayType);
   out_->put('[');
   bool isFirst = true;
   for (const consolidated::Location location : locations) {
     char* const start = out_->room(longestPair);
-    char* end = start;
-    if (!isFirst) *end++ = ',';
+    char* at = start;
+    if (!isFirst) *at++ = ',';
     isFirst = false;
-    *end++ = '[';
-    end = rapidjson::internal::u32toa(location.first, end);
-    *end++ = ',';
-    end = rapidjson::internal::u32toa(location.second, end);
-    *end++ = ']';
-    out_->advance(static_cast<std::size_t>(end - start));
+    *at++ = '[';
+    at = std::to_chars(at, at + longestNumber, location.first).ptr;
+    *at++ = ',';
+    at = std::to_chars(at, at + longestNumber, location.second).ptr;
+    *at++ = ']';
+    out_->advance(static_cast<std::size_t>(at - start));
   }
   out_->put(']');
 }
