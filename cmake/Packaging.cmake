@@ -56,6 +56,15 @@ files: the hierarchy of its instances, the arguments of its kernels, the bits
 that hold a variable, the DWARF of its source. consolidator gathers them into
 one file, one build stage at a time, from which a hardware debugger reads them.")
 
+if(CONSOLIDATOR_INSPECT)
+  consolidator_add_package(
+    consolidator-inspect electronics
+    "shows, checks and compares the debug metadata of accelerator builds
+A consolidated file holds the debug metadata of a programmable-logic accelerator.
+consolidator-inspect shows what is in such a file, to people and as strict JSON,
+finds variables and their bits, says whether the file is sound, and what changed
+between two files.")
+endif()
 consolidator_add_package(
   libconsolidated1 libs
   "reads the debug metadata of accelerator builds (library)

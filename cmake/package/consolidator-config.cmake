@@ -1,11 +1,15 @@
 # Lets a build with CMake call consolidator, one stage after the other:
 #   find_package(consolidator REQUIRED)
 # finds the executable as CONSOLIDATOR_EXECUTABLE, which may also be set before, to an absolute path
-# or a target, and gives the two functions below.
+# or a target, and gives the two functions below. The same holds for consolidator-inspect and
+# CONSOLIDATOR_INSPECT_EXECUTABLE, which may be absent.
 #
 # consolidator truncates the file that it adds to. So a stage works on a copy of what the stage
 # before left, under a name that nothing depends on, and gives it its own name in the end. Whatever
 # cuts a stage off, all files with their own names are whole, and the next build starts from them.
+#
+# The status of consolidator is 0 even if an input was missing or broken. So where there is an
+# inspector, a stage ends by looking at what it made, and the build stops if that is not sound.
 
 cmake_policy(VERSION 3.20)
 
@@ -17,17 +21,25 @@ if(NOT CONSOLIDATOR_EXECUTABLE)
   return()
 endif()
 
+find_program(CONSOLIDATOR_INSPECT_EXECUTABLE consolidator-inspect
+             HINTS ${CMAKE_CURRENT_LIST_DIR}/../../../bin)
+if(NOT CONSOLIDATOR_INSPECT_EXECUTABLE AND NOT consolidator_FIND_QUIETLY)
+  message(STATUS "consolidator-inspect not found: what stages make is not verified")
+endif()
+
 # consolidator_add_stage(<file> [AFTER <file>] [PROJECT <name>] [DWARF <file>]
 #                        [HIERARCHY <file>...] [KERNEL <file>...] [HLS <file>...] [AUX <file>...]
-#                        [LL <file>...] [RAM <file>...])
+#                        [LL <file>...] [RAM <file>...] [REQUIRE <what>...])
 #
 # A rule that makes a consolidated file of the inputs, of which there must be one, added to those of
-# the stage that left the file AFTER. The consolidated files are in the current binary folder, inputs
+# the stage that left the file AFTER. REQUIRE names what the file must hold in the end, as the option
+# --require of "consolidator-inspect verify" does; with PROJECT, the project is among it, and kernels
+# are in any case. The consolidated files are in the current binary folder, inputs
 # with a relative path in the current source folder.
 function(consolidator_add_stage file)
   set(kinds DWARF HIERARCHY KERNEL HLS AUX LL RAM)
   set(switches -d -h -k -s -x -l -r)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "AFTER;PROJECT;DWARF" "HIERARCHY;KERNEL;HLS;AUX;LL;RAM")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "AFTER;PROJECT;DWARF" "HIERARCHY;KERNEL;HLS;AUX;LL;RAM;REQUIRE")
   if(arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "unknown arguments for ${file}: ${arg_UNPARSED_ARGUMENTS}")
   endif()
@@ -48,16 +60,24 @@ function(consolidator_add_stage file)
   endif()
   if(arg_PROJECT)
     list(APPEND options -p ${arg_PROJECT})
+    list(APPEND arg_REQUIRE project=${arg_PROJECT})
   endif()
   set(part ${file}.part)
   set(start COMMAND ${CMAKE_COMMAND} -E rm -f ${part})
   if(arg_AFTER)
     set(start COMMAND ${CMAKE_COMMAND} -E copy ${arg_AFTER} ${part})
   endif()
+  set(check "")
+  list(APPEND arg_REQUIRE kernels)
+  if(CONSOLIDATOR_INSPECT_EXECUTABLE)
+    list(JOIN arg_REQUIRE , required)
+    set(check COMMAND ${CONSOLIDATOR_INSPECT_EXECUTABLE} verify --require ${required} ${part})
+  endif()
   add_custom_command(
     OUTPUT ${file}
     ${start}
     COMMAND ${CONSOLIDATOR_EXECUTABLE} -f ${part} ${options}
+    ${check}
     COMMAND ${CMAKE_COMMAND} -E rename ${part} ${file}
     DEPENDS ${CONSOLIDATOR_EXECUTABLE} ${arg_AFTER} ${inputs}
     VERBATIM)

@@ -55,11 +55,12 @@ copySources() {
 }
 
 # What a build needs, and what packages and checks need on top of it, named as in Debian 12.
-buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev)
+buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev libcli11-dev
+    rapidjson-dev libfmt-dev)
 packageTools=("${buildTools[@]}" dpkg-dev file)
 checkTools=("${packageTools[@]}" shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14
     libclang-rt-14-dev llvm-14 libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make
-    pkgconf python3 python3-kaitaistruct)
+    pkgconf python3 python3-jsonschema python3-kaitaistruct)
 # Where node and npm come from elsewhere, Debian's packages would be in the way.
 command -v node >/dev/null || checkTools+=(nodejs)
 command -v npm >/dev/null || checkTools+=(npm)
@@ -84,8 +85,8 @@ missingNpmPackages() {
         paste --serial --delimiters=' '
 }
 
-# Installs them, from the registry that npm is set up with. Without one, the tests that need them
-# say so.
+# Installs them from the registry that npm is set up with. Without one, the tests that need them say
+# so.
 installMissingNpmPackages() {
     local missing
     missing=$(missingNpmPackages)
@@ -116,7 +117,7 @@ build() {
 }
 
 # Packs a built preset as a Debian package into a folder. What is packed bears the date of the
-# package's last change, so that the same sources always give the same package.
+# package's last change, so the same sources always give the same package.
 pack() (
     umask 022 # modes of the parts of the package file
     SOURCE_DATE_EPOCH=$(dpkg-parsechangelog --file packaging/changelog.Debian --show-field Timestamp)

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t readBlockSize = std::size_t{256} * 1024;
 
-// A file may have very many sections of a few bytes each, which must not cost a block each: who
-// reads on gets whole blocks.
+// A file may have very many sections of a few bytes each, which must not cost a block each. Further
+// reads take whole blocks.
 constexpr std::size_t firstReadSize = std::size_t{4} * 1024;
 
 std::uint64_t bytesUpToEnd(std::FILE* stream) {
@@ -38,11 +38,11 @@ bool ByteReader::readTextBeyondBlock(std::string& text, std::uint32_t size) {
   if (remaining() < size) return fail();
   text.resize(size);
   if (!readBytes(text.data(), size)) return false;
-  text.resize(lengthUpToZero(text.data(), size));
+  text.resize(lengthBeforeCodeBelow<1>(text));
   return true;
 }
 
-// Pseudo files may hold less than their size says, so the last byte is read.
+// Reads the last byte, since pseudo files may hold less than their size says.
 bool ByteReader::skipBeyondBlock(std::uint64_t size) {
   if (remaining() < size) return fail();
   const std::uint64_t unseen = size - (end_ - position_) - 1;
@@ -54,7 +54,6 @@ bool ByteReader::skipBeyondBlock(std::uint64_t size) {
 }
 
 std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementSize) const {
-  if (count * elementSize <= end_ - position_) return count;  // spares the usual case a division
   return static_cast<std::size_t>(std::min<std::uint64_t>(count, remaining() / elementSize));
 }
 

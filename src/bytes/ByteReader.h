@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/ShortText.h"
+#include "text/ScanBytes.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,16 +9,17 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace consolidator {
 
 /// Bounds-checked, forward-only reader of little-endian data on a stdio stream, from the stream's
-/// position at construction up to its end. It reads ahead in large blocks, so the stream's own
+/// position at construction to its end. It reads ahead in large blocks, so the stream's own
 /// position means nothing until the caller seeks again.
 ///
-/// Every read either delivers all of its bytes or fails; after a failure all further reads fail.
-/// Lengths are checked against the rest of the stream before memory is asked for. A null stream,
-/// or one that cannot seek, has no bytes.
+/// A read delivers all of its bytes or fails; after a failure all further reads fail. Lengths are
+/// checked against the rest of the stream before memory is asked for. A null stream, or one that
+/// cannot seek, has no bytes.
 class ByteReader {
  public:
   explicit ByteReader(std::FILE* stream);
@@ -53,8 +54,8 @@ class ByteReader {
     std::uint32_t size = 0;
     if (!readClampedU32(size)) return false;
     if (size > end_ - position_) return readTextBeyondBlock(text, size);
-    const char* const start = block_.get() + position_;
-    text.assign(start, lengthUpToZero(start, size));
+    const std::string_view stored(block_.get() + position_, size);
+    text.assign(stored.data(), lengthBeforeCodeBelow<1>(stored));
     position_ += size;
     return true;
   }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "text/ShortText.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -51,28 +49,34 @@ class ByteWriter {
   /// Hands the block to the stream. Returns whether the stream took every byte so far.
   bool flush();
 
-  /// Number of bytes that the stream took so far, those that wait in the block included.
+  /// Number of bytes that the stream took so far, including those that wait in the block.
   std::uint64_t accepted() const { return accepted_ + used_; }
 
-  /// How many more these are than the `before` of an earlier time: none where the stream failed
-  /// since and took fewer bytes than waited for it then.
+  /// How many were accepted since accepted() returned `before`; none where the stream failed since
+  /// and took fewer bytes than waited for it then.
   std::uint64_t acceptedSince(std::uint64_t before) const {
     return accepted() - std::min(before, accepted());
   }
 
  private:
-  // As the host holds them: the format is little-endian, and so is every supported host.
+  // The bytes as the host holds them: every supported host is little-endian, as the format is.
   static std::string_view bytesOf(const std::uint32_t& value) {
     return {reinterpret_cast<const char*>(&value), sizeof value};
   }
 
-  // Checks the room once for all texts.
+  // Puts bytes at a place that has room for them and returns where they end.
+  static char* put(char* to, std::string_view bytes) {
+    return std::copy(bytes.begin(), bytes.end(), to);
+  }
+
+  // The room is checked once for all texts: one by one, saving a hierarchy takes 4 % more
+  // instructions.
   template <typename... Views>
   void writeViews(Views... texts) {
     const std::size_t size = (texts.size() + ...);
     if (size > room_) return (writeBeyondBlock(texts), ...);
     char* to = block_.get() + used_;
-    ((to = putText(to, texts)), ...);
+    ((to = put(to, texts)), ...);
     advance(size);
   }
 
@@ -81,7 +85,7 @@ class ByteWriter {
     const std::size_t size = ((sizeof(std::uint32_t) + texts.size()) + ...);
     if (size > room_) return (writeTextBeyondBlock(texts), ...);
     char* to = block_.get() + used_;
-    ((to = putText(putText(to, bytesOf(static_cast<std::uint32_t>(texts.size()))), texts)), ...);
+    ((to = put(put(to, bytesOf(static_cast<std::uint32_t>(texts.size()))), texts)), ...);
     advance(size);
   }
 

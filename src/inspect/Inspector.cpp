@@ -1,11 +1,13 @@
 #include "inspect/Inspector.h"
 
 #include "inspect/Command.h"
+#include "inspect/DiffCommand.h"
 #include "inspect/ExtractCommand.h"
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
 #include "inspect/ShowCommand.h"
+#include "inspect/VerifyCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -40,6 +42,8 @@ constexpr std::array commands = {
     CommandEntry{"json", "write what is in a file as strict JSON", make<JsonCommand>},
     CommandEntry{"extract", "write the bytes of one section", make<ExtractCommand>},
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
+    CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
+    CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
 };
 
 std::string helpText() {

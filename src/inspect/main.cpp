@@ -1,4 +1,4 @@
-#include "driver/StandardStreams.h"
+#include "driver/Process.h"
 #include "inspect/Inspector.h"
 
 #include <unistd.h>

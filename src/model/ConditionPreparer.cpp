@@ -1,6 +1,5 @@
 #include "model/ConditionPreparer.h"
 
-#include "text/ShortText.h"
 #include "text/WhiteSpace.h"
 
 #include <algorithm>
@@ -13,19 +12,13 @@ constexpr std::string_view qualifier = "$i/";
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
-// Names are operands, since they are qualified in the end.
-bool isOperand(std::string_view token) {
-  const char first = token.front();
-  return first == '$' || (first >= '0' && first <= '9') || isLetter(first);
-}
-
 char* putQualified(char* to, std::string_view token) {
-  if (isLetter(token.front())) to = putText(to, qualifier);
-  return putText(to, token);
+  if (isLetter(token.front())) to = std::ranges::copy(qualifier, to).out;
+  return std::ranges::copy(token, to).out;
 }
 
-// The two cuts are not paired, deliberately: either may happen without the other, and the last
-// character goes whatever it is.
+// Odd, but to be kept: the two cuts are not paired. Either may happen without the other, and the
+// last character goes whatever it is.
 std::string_view unwrap(std::string_view text) {
   if (text.starts_with('(')) text.remove_prefix(1);
   if (text.find(')') != std::string_view::npos) text.remove_suffix(1);
@@ -35,6 +28,12 @@ std::string_view unwrap(std::string_view text) {
 }  // namespace
 
 bool isTriviallyTrue(std::string_view condition) { return condition == "(1'b1 == 1'b1)"; }
+
+// Names are operands, since they are qualified in the end.
+bool isOperand(std::string_view word) {
+  const char first = word.front();
+  return first == '$' || (first >= '0' && first <= '9') || isLetter(first);
+}
 
 std::string_view ConditionPreparer::prepare(std::string_view condition) {
   readTokens(unwrap(condition));
@@ -55,7 +54,7 @@ void ConditionPreparer::readTokens(std::string_view text) {
   if (text_.size() < longestText) text_.resize(longestText);
 }
 
-// Returns whether the text is well-formed: its value is the top operand then.
+// Returns whether the text is well-formed; if so, the top operand is its value.
 bool ConditionPreparer::reduceAll() {
   operands_.clear();
   std::uint32_t pendingOperator = none;
@@ -86,7 +85,7 @@ bool ConditionPreparer::reduce(std::uint32_t operation) {
 // The text of the top operand, which is taken off the stack.
 std::string_view ConditionPreparer::prefixForm() {
   char* to = text_.data();
-  // What is to be written stands on top of the operands, the next one last.
+  // The operands serve as the stack of what is still to be written.
   const std::size_t rest = operands_.size() - 1;
   while (operands_.size() > rest) {
     const Node& node = nodes_[operands_.back()];

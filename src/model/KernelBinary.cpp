@@ -18,14 +18,42 @@
 #include "bytes/ByteWriter.h"
 #include "model/KernelRecord.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 namespace consolidator {
 
 namespace {
+
+// In memory a location has the bytes of the format: the host is little-endian, too.
+static_assert(sizeof(BitLocation) == 2 * sizeof(std::uint32_t));
+static_assert(std::is_trivially_copyable_v<BitLocation>);
+
+void writeLocations(ByteWriter& out, const std::vector<BitLocation>& locations) {
+  out.writeU32(static_cast<std::uint32_t>(locations.size()));
+  out.write(std::string_view(reinterpret_cast<const char*>(locations.data()),
+                             locations.size() * sizeof(BitLocation)));
+}
+
+// Reads into an empty list. A short read keeps the locations that are complete.
+bool readLocations(ByteReader& in, std::vector<BitLocation>& locations) {
+  std::uint32_t count = 0;
+  if (!in.readClampedU32(count)) return false;
+  const std::size_t available = in.plausibleCount(count, sizeof(BitLocation));
+  locations.resize(available);
+  return in.readBytes(reinterpret_cast<char*>(locations.data()), available * sizeof(BitLocation)) &&
+         available == count;
+}
+
+bool skipLocations(ByteReader& in) {
+  std::uint32_t count = 0;
+  return in.readClampedU32(count) && in.skip(count * sizeof(BitLocation));
+}
 
 template <typename List>
 void writeRecords(ByteWriter& out, const List& records) {
@@ -83,6 +111,81 @@ bool skipList(ByteReader& in, bool (*skipElement)(ByteReader&)) {
 }
 
 }  // namespace
+
+std::uint64_t VariableRecord::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
+  out.writeText(name, second, cType);
+  out.writeU32(static_cast<std::uint32_t>(instanceBits.size()));
+  for (const InstanceBits& bits : instanceBits) writeLocations(out, bits);
+  return out.acceptedSince(before);
+}
+
+bool VariableRecord::readBinary(ByteReader& in) {
+  std::uint32_t instances = 0;
+  if (!in.readText(name) || !in.readText(second) || !in.readText(cType) ||
+      !in.readClampedU32(instances)) {
+    return false;
+  }
+  instanceBits.reserve(in.plausibleCount(instances, sizeof(InstanceBits)));
+  for (std::uint32_t i = 0; i < instances; ++i) {
+    if (!readLocations(in, instanceBits.emplace_back())) return false;
+  }
+  valid = true;
+  return true;
+}
+
+bool VariableRecord::skipBinary(ByteReader& in) {
+  std::uint32_t instances = 0;
+  if (!in.skipText() || !in.skipText() || !in.skipText() || !in.readClampedU32(instances)) {
+    return false;
+  }
+  for (std::uint32_t i = 0; i < instances; ++i) {
+    if (!skipLocations(in)) return false;
+  }
+  return true;
+}
+
+std::uint64_t HardwareVariable::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
+  out.writeText(rtlName);
+  writeLocations(out, logicLocations);
+  return out.acceptedSince(before);
+}
+
+bool HardwareVariable::readBinary(ByteReader& in) {
+  valid = in.readText(rtlName) && readLocations(in, logicLocations);
+  return valid;
+}
+
+bool HardwareVariable::skipBinary(ByteReader& in) { return in.skipText() && skipLocations(in); }
+
+std::uint64_t BreakableCondition::writeBinary(ByteWriter& out) const {
+  const std::uint64_t before = out.accepted();
+  out.writeU32(static_cast<std::uint32_t>(kind));
+  out.writeText(condition);
+  if (kind == ConditionKind::SourceLine) {
+    out.writeU32(line);
+    out.writeText(file);
+  }
+  return out.acceptedSince(before);
+}
+
+bool BreakableCondition::readBinary(ByteReader& in) {
+  std::uint32_t storedKind = 0;
+  if (!in.readU32(storedKind)) return false;
+  kind = static_cast<ConditionKind>(storedKind);
+  valid = in.readText(condition) &&
+          (kind != ConditionKind::SourceLine || (in.readU32(line) && in.readText(file)));
+  return valid;
+}
+
+bool BreakableCondition::skipBinary(ByteReader& in) {
+  std::uint32_t storedKind = 0;
+  if (!in.readU32(storedKind) || !in.skipText()) return false;
+  std::uint32_t skippedLine = 0;
+  return static_cast<ConditionKind>(storedKind) != ConditionKind::SourceLine ||
+         (in.readU32(skippedLine) && in.skipText());
+}
 
 std::uint64_t KernelRecord::writeBinary(ByteWriter& out) const {
   const std::uint64_t before = out.accepted();

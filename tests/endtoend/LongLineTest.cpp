@@ -1,6 +1,6 @@
 // One line of 64 MiB, or of CONSOLIDATOR_LONG_LINE (such as 1G), comes through a pipe as an input
-// of each kind. It is passed over as it comes, where it says nothing, and costs a few times its
-// size where it does. What the consolidated file held stays.
+// of each kind. Where it says nothing it is skipped as it comes; where it does, it costs a few
+// times its size. What the consolidated file held stays.
 
 #include "endtoend/ExecutableTest.h"
 #include "endtoend/Expected.h"
@@ -80,6 +80,15 @@ TEST_P(LongLineTest, DoesNoHarm) {
   } else {
     EXPECT_TRUE(folderHolds({{"out", untouched}}));
   }
+}
+
+class EndlessLineTest : public ExecutableTest {};
+
+TEST_F(EndlessLineTest, IsRefusedAtOnce) {
+  EXPECT_EQ(run({"-c", "-f", "out", "-s", "/dev/zero"}), silence());
+  EXPECT_EQ(run({"-c", "-f", "out", "-x", "/dev/zero"}),
+            complained("Malformed auxiliary file: /dev/zero\n"));
+  EXPECT_TRUE(folderHolds({{"out", emptyFile()}}));
 }
 
 constexpr const char* refusedXml = "Could not parse kernel file\n";

@@ -25,7 +25,16 @@ DOCUMENTS = [
     ("consolidator-find-1", ["find", "--format", "json", "FILE", "0x401F82:1952"]),
     ("consolidator-find-1", ["find", "--format", "json", "FILE", "4294967294:4294967295"]),
     ("consolidator-find-1", ["find", "--format", "json", "FILE"]),
+    ("consolidator-verify-1", ["verify", "--format", "json", "FILE", "OTHER"]),
+    ("consolidator-verify-1", ["verify", "--format", "json", "--strict", "--all", "FILE"]),
+    ("consolidator-verify-1", ["verify", "--format", "json"]),
+    ("consolidator-diff-1", ["diff", "--format", "json", "--sections", "FILE", "OTHER"]),
+    ("consolidator-diff-1", ["diff", "--format", "json", "FILE"]),
 ]
+
+# A file that cannot be read is no error to a command of several files, but an entry.
+COMMON_CODES = (None, "usage")
+CODES_OF_ONE_FILE = ("cannot-open", "no-consolidated-file")
 
 # What a document of each of these schemas must not be, so that the schemas can fail.
 FAULTS = [
@@ -87,10 +96,11 @@ def check_documents(inspect, validators, files):
             assert ("error" not in document) or run.returncode == 2, arguments
             validators[schema].validate(document)
             shown.add((schema, document.get("error", {}).get("code")))
-            if "complete" in document:
+            if "kernels" in document:
                 check_faults(validators[schema], document)
     for schema in validators:
-        for code in (None, "usage", "cannot-open", "no-consolidated-file"):
+        of_several = schema == "consolidator-verify-1"
+        for code in COMMON_CODES + (() if of_several else CODES_OF_ONE_FILE):
             assert (schema, code) in shown, (schema, code)
 
 

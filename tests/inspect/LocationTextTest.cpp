@@ -25,7 +25,7 @@ TEST(LocationText, TakesNothingElseForALocation) {
 }
 
 TEST(LocationText, WritesWhatItReads) {
-  EXPECT_EQ(textOf({0x401F80, 96}), "0x401F80:96");
+  EXPECT_EQ(textOf({0x401F80, 96}), "0x401f80:96");
   EXPECT_EQ(parseLocation(textOf({0xFFFFFFFF, 1})), (Location{0xFFFFFFFF, 1}));
 }
 

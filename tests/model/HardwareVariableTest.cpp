@@ -80,5 +80,12 @@ TEST(HardwareVariable, KeepsWhatAShortReadGave) {
   }
 }
 
+TEST(HardwareVariable, FailsOnTheLargestCountAndKeepsTheWholeLocations) {
+  HardwareVariable variable;
+  EXPECT_FALSE(decode(hexBytes("01 00 00 00 72  FF FF FF FF  01 00 00 00 02 00 00 00"), variable));
+  EXPECT_EQ(variable.logicLocations, (std::vector<LogicLocation>{{1, 2}}));
+  EXPECT_FALSE(variable.valid);
+}
+
 }  // namespace
 }  // namespace consolidator

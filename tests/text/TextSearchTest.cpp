@@ -38,7 +38,7 @@ TEST(TextSearch, FindsAPatternInsideTheStartOfAnother) {
   EXPECT_EQ(find({"abab", "bb", "aba"}, "ababb"), (Positions{0, 1, 2}));
 }
 
-TEST(TextSearch, GoesOnBehindTheLongestSuffixThatMayStillMatch) {
+TEST(TextSearch, GoesOnAfterTheLongestSuffixThatMayStillMatch) {
   EXPECT_EQ(find({"aab"}, "aaab"), (Positions{0}));
   EXPECT_EQ(find({"abac", "babx"}, "ababx"), (Positions{1}));
 }
