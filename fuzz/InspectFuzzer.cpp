@@ -1,4 +1,4 @@
-// Every command of the inspector looks at any bytes, and those that compare at either half of them.
+// Every command of the inspector looks at any bytes, and diff at a copy with one other bit as well.
 // What is promised must hold: strict JSON, a status that agrees with it, and nothing on standard
 // output that a terminal could take for a command.
 
@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,9 +69,10 @@ void requireJson(const std::string& path, const consolidated::File& file, Status
   for (const char* const layout : {"--pretty", "--"}) {
     const auto document = requireDocument({"json", layout, path}, &status);
     require(document["complete"].GetBool() == file.complete(), "completeness is told");
-    std::size_t kernels = 0;
-    for (const auto& kernel : file.kernels()) kernels += kernel.name().view().size() < ~0U ? 1 : 0;
-    require(document["kernels"].Size() == kernels, "each kernel is in the document");
+    const auto kernels = file.kernels();
+    const auto count = std::distance(kernels.begin(), kernels.end());
+    require(document["kernels"].Size() == static_cast<std::size_t>(count),
+            "each kernel is in the document");
   }
 }
 
@@ -111,6 +113,45 @@ void requireFound(const std::string& path, const consolidated::File& file) {
   }
 }
 
+void requireVerified(const std::string& path, const consolidated::File& file) {
+  const Answer quiet = ask({"verify", "--quiet", path});
+  require(quiet.out.empty() && quiet.err.empty(), "a quiet command says nothing");
+  require(quiet.status == Status::Fails || file.complete(), "a sound file is complete");
+  for (const char* const listed : {"--all", "--"}) {
+    const auto document = requireDocument({"verify", "--format=json", listed, path}, &quiet.status);
+    const bool isSound = document["files"][0]["verdict"] == "sound";
+    require(isSound == (quiet.status == Status::Holds), "the status tells the verdict");
+  }
+  requireText({"verify", "--notes", path}, quiet.status);
+}
+
+// The same bytes with one bit changed, which the last byte chooses.
+std::string changed(std::string bytes) {
+  if (bytes.size() > 16) {
+    const std::size_t position =
+        16 + static_cast<unsigned char>(bytes.back()) % (bytes.size() - 16);
+    bytes[position] = static_cast<char>(bytes[position] ^ 1);
+  }
+  return bytes;
+}
+
+void requireCompared(const std::string& path, const std::string& bytes, Status status) {
+  const MemoryFile other;
+  other.write(changed(bytes));
+  require(requireDocument({"diff", "--format=json", "--sections", path, path}, &status)["equal"]
+              .GetBool(),
+          "a file equals itself");
+  for (const char* const options : {"--exact", "--sections", "--"}) {
+    const auto there =
+        requireDocument({"diff", "--format=json", options, path, other.path()}, nullptr);
+    const auto back =
+        requireDocument({"diff", "--format=json", options, other.path(), path}, nullptr);
+    require(there["equal"] == back["equal"], "equality is mutual");
+    require(there["changes"].Size() == back["changes"].Size(), "changes go back");
+  }
+  requireText({"diff", path, other.path()}, Status::Fails);
+}
+
 }  // namespace
 
 }  // namespace consolidator
@@ -133,5 +174,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   requireText({"show", "--kernel", "a", stored.path()}, Status::Fails);
   requireExtracts(stored.path(), *file);
   requireFound(stored.path(), *file);
+  requireVerified(stored.path(), *file);
+  requireCompared(stored.path(), bytes, status);
   return 0;
 }

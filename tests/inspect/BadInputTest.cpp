@@ -36,7 +36,8 @@ bool isPlain(std::string_view text) {
   });
 }
 
-const std::vector<std::string> commands{"show", "json"};
+const std::vector<std::string> commands{"show file", "json file", "find file first", "verify file",
+                                        "diff --sections file file"};
 
 TEST_F(BadInputTest, SaysWhyAFileCannotBeOpened) {
   EXPECT_EQ(run({"show", "missing"}), (Outcome{2, "", said("missing: No such file or directory")}));
@@ -81,6 +82,7 @@ TEST_F(BadInputTest, NeverShowsNamesRaw) {
   folder_.write(evil,
                 container({{SectionKind::ProjectName, evil},
                            {SectionKind::KernelRecords, u32(1) + kernelRecord(evil, 4, {evil})}}));
+  folder_.write("other", container({}));
   for (const std::vector<std::string>& words : {std::vector<std::string>{"show", evil},
                                                 {"show", "--kernel", evil, evil},
                                                 {"show", "--kernel", "none" + evil, evil},
@@ -88,6 +90,10 @@ TEST_F(BadInputTest, NeverShowsNamesRaw) {
                                                 {"json", evil},
                                                 {"find", "--format=json", evil, evil},
                                                 {"json", "missing" + evil},
+                                                {"verify", "--notes", evil},
+                                                {"verify", "--format=json", evil},
+                                                {"diff", "--sections", evil, "other"},
+                                                {"diff", "--format=json", evil, "other"},
                                                 {"show", evil, evil},
                                                 {evil},
                                                 {"show", "--" + evil},
@@ -103,8 +109,9 @@ TEST_F(BadInputTest, NeverShowsNamesRaw) {
 
 TEST_F(BadInputTest, NoticesAFullDisk) {
   writeFile();
-  for (const std::string command : {"show file", "json file", "find file first",
-                                    "extract file dwarf -o -", "--help", "show --help"}) {
+  std::vector<std::string> all = commands;
+  all.insert(all.end(), {"extract file dwarf -o -", "--help", "show --help"});
+  for (const std::string& command : all) {
     EXPECT_EQ(runScript("$INSPECT " + command + " >/dev/full"),
               (Outcome{2, "", said("standard output: No space left on device")}))
         << command;
@@ -114,7 +121,7 @@ TEST_F(BadInputTest, NoticesAFullDisk) {
 TEST_F(BadInputTest, SaysNothingOfAClosedPipe) {
   writeFile();
   for (const std::string& command : commands) {
-    EXPECT_EQ(runScript("$INSPECT " + command + " file | true; exit ${PIPESTATUS[0]}").err, "");
+    EXPECT_EQ(runScript("$INSPECT " + command + " | true").err, "") << command;
   }
   EXPECT_EQ(runScript("$INSPECT show file >&-").status, 2);
 }
@@ -131,7 +138,7 @@ TEST_F(BadInputTest, RefusesThousandsOfOperands) {
 // A file of many kernels that another process cuts at once, again and again.
 TEST_F(BadInputTest, ClosesTheDocumentOfAFileThatIsCut) {
   std::string records;
-  constexpr std::uint32_t kernels = 300'000;
+  constexpr std::uint32_t kernels = 30'000;
   for (std::uint32_t i = 0; i < kernels; ++i) records += kernelRecord("kernel", 4, {"/top/a"});
   folder_.write("file", container({{SectionKind::KernelRecords, u32(kernels) + records}}));
   const Outcome outcome = runScript(

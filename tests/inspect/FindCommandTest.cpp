@@ -109,9 +109,9 @@ TEST(FindCommand, WritesADocument) {
   EXPECT_EQ(
       inspectBytes(twoInstances(), {"find", "--format", "json", "FILE", "3:4"}),
       holds("{\"format\":\"consolidator-find/1\",\"path\":\"FILE\",\"query\":{\"location\":[3,4]},"
-            "\"kernels\":[{\"kernel\":\"k\",\"matches\":[{\"what\":\"variable\",\"offset\":90,"
+            "\"kernels\":[{\"kernel\":\"k\",\"matches\":[{\"what\":\"variable\",\"offset\":86,"
             "\"name\":\"i\",\"second\":\"i_r\",\"c_type\":\"int\",\"bit_width\":32,"
-            "\"instance_bits\":[],\"bits\":[]},{\"what\":\"hardware_variable\",\"offset\":161,"
+            "\"instance_bits\":[],\"bits\":[]},{\"what\":\"hardware_variable\",\"offset\":162,"
             "\"rtl_name\":\"/t/k_10/i_r\",\"logic_locations\":[[3,4]],\"register\":\"i_r\","
             "\"instances\":[{\"path\":\"/t/k_1\",\"belonging\":\"doubtful\"},"
             "{\"path\":\"/t/k_10\",\"belonging\":\"certain\"}],\"all_instances\":true,"

@@ -3,6 +3,7 @@
 #include "inspect/Utf8.h"
 #include "support/FullContainer.h"
 #include "support/MemoryFile.h"
+#include "support/Rounds.h"
 #include "support/StrictJson.h"
 
 #include <gtest/gtest.h>
@@ -19,8 +20,6 @@
 
 namespace consolidator::inspect {
 namespace {
-
-constexpr int mutations = 10'000;
 
 std::vector<std::string> seeds() {
   std::vector<std::string> all{fullContainer()};
@@ -155,7 +154,7 @@ TEST(JsonCommand, HoldsTheKernelsOfTheToolForAnyFile) {
   std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same each time
   const MemoryFile stored;
   ConsolidatedFile tool;
-  for (int i = 0; i < mutations; ++i) {
+  for (int i = 0; i < rounds(10'000); ++i) {
     stored.write(mutated(files[random() % files.size()], random));
     const Outcome outcome = inspect({"json", stored.path()});
     rapidjson::Document document;

@@ -22,11 +22,11 @@ TEST(ShowCommand, ShowsHeaderSectionsAndKernelsWithTheirCounts) {
   EXPECT_TRUE(contains(shown.out, "FILE\n  version: 1.1\n  size: " + std::to_string(bytes.size()) +
                                       " bytes\n\nSections: 5\n"))
       << shown.out;
-  EXPECT_TRUE(contains(shown.out, "        0x88           4    0.7%  project_name (0)\n"))
+  EXPECT_TRUE(contains(shown.out, "        0x88           4    0.8%  project_name (0)\n"))
       << shown.out;
   EXPECT_TRUE(contains(shown.out, "Project: \"name\"\nDWARF: 14 bytes at 0x8c\n")) << shown.out;
   EXPECT_TRUE(contains(shown.out,
-                       "       C          1          2          1          1          2           3"
+                       "  OpenCL          1          2          1          1          2           3"
                        "      2  second\n  2 in all\n\nComplete: yes\n"))
       << shown.out;
 }
