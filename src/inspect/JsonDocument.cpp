@@ -3,6 +3,7 @@
 #include "inspect/Utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <string>
@@ -59,25 +60,37 @@ JsonDocument& JsonDocument::value(std::string_view text) {
 }
 
 // Returns whether all of the text is UTF-8. It may be gigabytes, which the writers would want in
-// one piece and mended.
+// one piece and mended; and its bytes may change, so that none is looked at twice.
 bool JsonDocument::writeCharacters(std::string_view text) {
   bool isWellFormed = true;
-  while (!text.empty()) {
-    const auto* const special = std::find_if(text.begin(), text.end(), isSpecial);
-    const auto plainSize = static_cast<std::size_t>(special - text.begin());
-    out_->write(text.substr(0, plainSize));
-    text.remove_prefix(plainSize);
-    if (text.empty()) break;
-    const Utf8Sequence sequence = firstSequence(text);
-    if (sequence.codePoint < 0x80 && sequence.isWellFormed) {
-      writeEscaped(text[0]);
+  while (true) {
+    text.remove_prefix(writePlain(text));
+    if (text.empty()) return isWellFormed;
+    std::array<char, 4> bytes{};
+    const std::size_t count = text.copy(bytes.data(), bytes.size());
+    const std::string_view next(bytes.data(), count);
+    const Utf8Sequence sequence = firstSequence(next);
+    if (!sequence.isWellFormed) {
+      out_->write(replacementCharacter);
+      isWellFormed = false;
+    } else if (isSpecial(next[0]) && sequence.size == 1) {
+      writeEscaped(next[0]);
     } else {
-      out_->write(sequence.isWellFormed ? text.substr(0, sequence.size) : replacementCharacter);
+      out_->write(next.substr(0, sequence.size));
     }
-    isWellFormed = isWellFormed && sequence.isWellFormed;
     text.remove_prefix(sequence.size);
   }
-  return isWellFormed;
+}
+
+// Writes what begins a text and is written as it is; not all of it where it is long. Returns its
+// length.
+std::size_t JsonDocument::writePlain(std::string_view text) {
+  constexpr std::size_t most = 64;
+  char* const room = out_->room(most);
+  char* const end = room + text.copy(room, most);
+  const auto size = static_cast<std::size_t>(std::find_if(room, end, isSpecial) - room);
+  out_->advance(size);
+  return size;
 }
 
 void JsonDocument::writeEscaped(char c) {

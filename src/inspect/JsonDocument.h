@@ -5,6 +5,7 @@
 
 #include <rapidjson/prettywriter.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -73,6 +74,7 @@ class JsonDocument {
   };
 
   bool writeCharacters(std::string_view text);
+  std::size_t writePlain(std::string_view text);
   void writeEscaped(char c);
   void writeCompact(const consolidated::Locations& locations);
 
