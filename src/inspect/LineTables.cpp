@@ -86,6 +86,7 @@ LineTables::LineTables(LineTableState state, std::string problem)
 LineTables::LineTables(SourceLines lines)
     : LineTables(lines.isRead ? LineTableState::Read : LineTableState::Unreadable,
                  std::move(lines.problem)) {
+  if (state_ != LineTableState::Read) return;
   std::vector<std::pair<std::string, SourceFileLines*>> order;
   for (SourceFileLines& file : lines.files) {
     order.emplace_back(reversedComponents(file.path), &file);
