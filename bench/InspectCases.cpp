@@ -19,7 +19,8 @@ constexpr std::string_view executable = CONSOLIDATOR_INSPECT_EXECUTABLE;  // emp
 
 constexpr std::uint64_t recordBytes = 200'000'000;
 
-// Goals: multiples of the time in which the tool saves the file again.
+// Goals: multiples of the time in which the tool saves the file again, or in which the document of
+// the file is written.
 constexpr double wholeGoal = 1.5;
 constexpr double lookGoal = 0.3;
 
@@ -77,6 +78,15 @@ std::optional<Contest> diff(const Workbench& bench) {
   return contest;
 }
 
+// Looks at the records, against the document of all that is in them.
+std::optional<Contest> coverage(const Workbench& bench) {
+  auto contest = contestWithResave(bench, {"coverage", "--format", "json", "FILE"}, wholeGoal);
+  if (!contest) return std::nullopt;
+  contest->yardstick = {{std::string(executable), "json", bench.path("file")}, ""};
+  contest->overwrites = false;
+  return contest;
+}
+
 std::optional<Contest> start(const Workbench& bench) {
   Contest contest;
   contest.tool = {{std::string(executable), "--version"}, ""};
@@ -101,6 +111,7 @@ constexpr std::array cases = {
               }},
     RatioCase{"inspect-verify", verify},
     RatioCase{"inspect-diff", diff},
+    RatioCase{"inspect-coverage", coverage},
     RatioCase{"inspect-start", start},
 };
 

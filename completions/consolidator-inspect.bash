@@ -17,7 +17,7 @@ _consolidator_inspect_words() {
     mapfile -t COMPREPLY < <(compgen -W "$1" -- "$current")
 }
 
-# Offers the options of a command that are not given yet; --kernel may be repeated.
+# Offers the options of a command that are not given yet; --kernel and --fail-under may be repeated.
 _consolidator_inspect_options() {
     local options=" --help " word
     case $1 in
@@ -27,9 +27,10 @@ _consolidator_inspect_options() {
         find) options+="--format " ;;
         verify) options+="--format --notes --all --strict --require --quiet " ;;
         diff) options+="--format --exact --sections --stat " ;;
+        coverage) options+="--format --fail-under --baseline " ;;
     esac
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
-        [[ $word == --kernel ]] || options=${options/ "$word" / }
+        [[ $word == --kernel || $word == --fail-under ]] || options=${options/ "$word" / }
     done
     _consolidator_inspect_words "$options"
 }
@@ -38,7 +39,7 @@ _consolidator_inspect_options() {
 _consolidator_inspect_operand() {
     case $1:$2 in
         extract:2) _consolidator_inspect_words "project dwarf json records" ;;
-        show:1 | json:1 | extract:1 | find:1 | diff:[12] | verify:*) _consolidator_inspect_files ;;
+        show:1 | json:1 | extract:1 | find:1 | diff:[12] | coverage:1 | verify:*) _consolidator_inspect_files ;;
     esac
 }
 
@@ -49,6 +50,7 @@ _consolidator_inspect_place() {
         case $before:$word in
             *:= | =:* | *:-?*) ;;
             --format:* | --kernel:* | --require:* | --output:* | -o:*) ;;
+            --fail-under:* | --baseline:*) ;;
             *) place=$((place + 1)) ;;
         esac
         before=$word
@@ -67,12 +69,14 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff --help --version"
+        _consolidator_inspect_words "show json extract find verify diff coverage --help --version"
         return
     fi
     case $previous:$current in
         --format:*) _consolidator_inspect_words "text json" ;;
         --require:*) _consolidator_inspect_words "kernels instances dwarf locations project=" ;;
+        --fail-under:*) _consolidator_inspect_words "arguments= variables=" ;;
+        --baseline:*) _consolidator_inspect_files ;;
         --output:* | -o:*)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$current")

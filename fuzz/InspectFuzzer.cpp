@@ -152,6 +152,23 @@ void requireCompared(const std::string& path, const std::string& bytes, Status s
   requireText({"diff", path, other.path()}, Status::Fails);
 }
 
+void requireCovered(const std::string& path, Status status) {
+  const auto document = requireDocument({"coverage", "--format=json", path}, &status);
+  for (const char* const list : {"arguments", "variables"}) {
+    const auto& total = document["total"][list];
+    std::uint64_t sum = 0;
+    for (const char* const state : {"without_gap", "with_gap", "none", "doubtful"}) {
+      sum += total[state].GetUint64();
+    }
+    require(sum == total["total"].GetUint64(), "each pair has one state");
+    require(total["percent"].IsNull() == (sum == 0), "a percentage needs pairs");
+  }
+  const auto same =
+      requireDocument({"coverage", "--format=json", "--baseline", path, path}, nullptr);
+  require(same["lost"].Empty(), "nothing is lost since the same file");
+  requireText({"coverage", path}, status);
+}
+
 }  // namespace
 
 }  // namespace consolidator
@@ -176,5 +193,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   requireFound(stored.path(), *file);
   requireVerified(stored.path(), *file);
   requireCompared(stored.path(), bytes, status);
+  requireCovered(stored.path(), status);
   return 0;
 }

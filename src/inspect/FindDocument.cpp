@@ -55,7 +55,7 @@ void FindDocument::addKernel(const consolidated::Kernel& kernel) {
 
 void FindDocument::addVariable(VariableKind kind, const consolidated::Variable& variable,
                                const FindQuery& query) {
-  begin(document_, kind == VariableKind::Argument ? "argument" : "variable", variable.offset());
+  begin(document_, nameOf(kind), variable.offset());
   writeMembers(document_, variable);
   if (query.location()) {
     document_.key("bits").beginArray();

@@ -48,8 +48,7 @@ void FindText::addKernel(const consolidated::Kernel& kernel) {
 
 void FindText::addVariable(VariableKind kind, const consolidated::Variable& variable,
                            const FindQuery& query) {
-  const std::string_view what = kind == VariableKind::Argument ? "argument" : "variable";
-  console_.out.write(fmt::format("  {} {}\n", what, describe(variable)));
+  console_.out.write(fmt::format("  {} {}\n", nameOf(kind), describe(variable)));
   std::uint32_t instance = 0;
   for (const Locations& bits : variable.instanceBits()) {
     writeBits(console_, bits, query, fmt::format(" in instance {}", instance++));

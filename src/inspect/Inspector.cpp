@@ -1,6 +1,7 @@
 #include "inspect/Inspector.h"
 
 #include "inspect/Command.h"
+#include "inspect/CoverageCommand.h"
 #include "inspect/DiffCommand.h"
 #include "inspect/ExtractCommand.h"
 #include "inspect/FindCommand.h"
@@ -44,6 +45,7 @@ constexpr std::array commands = {
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
     CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
+    CommandEntry{"coverage", "tell what of a file can be debugged", make<CoverageCommand>},
 };
 
 std::string helpText() {

@@ -120,6 +120,11 @@ JsonDocument& JsonDocument::value(std::uint64_t number) {
   return write([&](auto& writer) { writer.Uint64(number); });
 }
 
+JsonDocument& JsonDocument::decimal(std::string_view digits) {
+  return write(
+      [&](auto& writer) { writer.RawValue(digits.data(), digits.size(), rapidjson::kNumberType); });
+}
+
 JsonDocument& JsonDocument::value(bool isTrue) {
   return write([&](auto& writer) { writer.Bool(isTrue); });
 }

@@ -43,6 +43,9 @@ class JsonDocument {
 
   JsonDocument& value(bool isTrue);
 
+  /// A number with these digits, a point among them.
+  JsonDocument& decimal(std::string_view digits);
+
   /// A list of lists of two numbers.
   JsonDocument& value(const consolidated::Locations& locations);
 

@@ -30,6 +30,9 @@ DOCUMENTS = [
     ("consolidator-verify-1", ["verify", "--format", "json"]),
     ("consolidator-diff-1", ["diff", "--format", "json", "--sections", "FILE", "OTHER"]),
     ("consolidator-diff-1", ["diff", "--format", "json", "FILE"]),
+    ("consolidator-coverage-1", ["coverage", "--format", "json", "FILE"]),
+    ("consolidator-coverage-1", ["coverage", "--format", "json", "--baseline", "OTHER", "FILE"]),
+    ("consolidator-coverage-1", ["coverage", "--format", "json"]),
 ]
 
 # A file that cannot be read is no error to a command of several files, but an entry.
