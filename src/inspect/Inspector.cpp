@@ -7,6 +7,7 @@
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
 #include "inspect/ShowCommand.h"
+#include "inspect/SqlCommand.h"
 #include "inspect/VerifyCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -44,6 +45,7 @@ constexpr std::array commands = {
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
     CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
+    CommandEntry{"sql", "write what is in files as an SQLite database", make<SqlCommand>},
 };
 
 std::string helpText() {
