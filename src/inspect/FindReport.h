@@ -2,11 +2,9 @@
 
 #include "inspect/FindQuery.h"
 #include "inspect/RegisterInstances.h"
+#include "inspect/VariableKind.h"
 
 namespace consolidator::inspect {
-
-/// What an argument or a local variable is called.
-enum class VariableKind { Argument, Variable };
 
 /// Takes what is found in a file, kernel by kernel.
 class FindReport {
