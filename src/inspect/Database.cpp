@@ -36,11 +36,18 @@ bool isOfSystem(int result) {
   return primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN;
 }
 
+// The system's error number, which SQLite keeps in one place or the other; 0 where there is none.
+int systemErrorOf(sqlite3* handle) {
+  int number = sqlite3_system_errno(handle);
+  if (number == 0) sqlite3_file_control(handle, "main", SQLITE_FCNTL_LAST_ERRNO, &number);
+  return number;
+}
+
 std::string messageOf(sqlite3* handle, int result) {
+  if (handle == nullptr) return sqlite3_errstr(result);
   if ((result & 0xFF) == SQLITE_FULL) return std::generic_category().message(ENOSPC);
-  const int systemError = handle == nullptr ? 0 : sqlite3_system_errno(handle);
-  if (isOfSystem(result) && systemError != 0) return std::generic_category().message(systemError);
-  return handle == nullptr ? sqlite3_errstr(result) : sqlite3_errmsg(handle);
+  const int systemError = isOfSystem(result) ? systemErrorOf(handle) : 0;
+  return systemError == 0 ? sqlite3_errmsg(handle) : std::generic_category().message(systemError);
 }
 
 }  // namespace

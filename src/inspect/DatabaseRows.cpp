@@ -1,5 +1,6 @@
 #include "inspect/DatabaseRows.h"
 
+#include "inspect/BitCoverage.h"
 #include "inspect/KernelItems.h"
 #include "inspect/SectionItems.h"
 #include "inspect/Utf8.h"
@@ -16,29 +17,9 @@ using consolidated::File;
 using consolidated::HardwareVariable;
 using consolidated::Kernel;
 using consolidated::List;
-using consolidated::Location;
 using consolidated::Locations;
 using consolidated::Text;
 using consolidated::Variable;
-
-// What the view of the coverage would have to count for each register again and again.
-struct LocatedBits {
-  std::uint32_t count = 0;
-  std::uint32_t highest = 0;
-};
-
-LocatedBits locatedBits(const Locations& locations) {
-  LocatedBits found;
-  std::uint32_t bit = 0;
-  for (const Location location : locations) {
-    if (location != Location()) {
-      ++found.count;
-      found.highest = bit;
-    }
-    ++bit;
-  }
-  return found;
-}
 
 void insertVariables(std::int64_t kernel, const List<Variable>& variables, Statement& row,
                      Statement& bits) {
@@ -144,10 +125,11 @@ void DatabaseRows::addHardware(std::int64_t kernel, const List<HardwareVariable>
   std::uint32_t position = 0;
   for (const HardwareVariable& variable : variables) {
     const Locations locations = variable.logicLocations();
-    const LocatedBits located = locatedBits(locations);
+    // What the view of the coverage would have to count again and again.
+    const BitCoverage located = coverageOf(locations);
     const std::int64_t id = hardware_.insert(
         kernel, position++, variable.rtlName().view(), wellFormed(variable.registerName()),
-        std::uint64_t{locations.size()}, located.count, located.highest);
+        std::uint64_t{locations.size()}, located.bits, located.highest);
     locations_.run(id, locations);
   }
 }
