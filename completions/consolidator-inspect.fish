@@ -17,7 +17,7 @@ function __consolidator_inspect_next -a command number
     test $count = $number
 end
 
-set -l commands show json extract find verify diff
+set -l commands show json extract find verify diff sql
 complete -c consolidator-inspect -f
 complete -c consolidator-inspect -n __fish_use_subcommand -a show -d 'Show what is in a file'
 complete -c consolidator-inspect -n __fish_use_subcommand -a json -d 'Write what is in a file as strict JSON'
@@ -25,13 +25,14 @@ complete -c consolidator-inspect -n __fish_use_subcommand -a extract -d 'Write t
 complete -c consolidator-inspect -n __fish_use_subcommand -a find -d 'Find a variable, register, kernel or location'
 complete -c consolidator-inspect -n __fish_use_subcommand -a verify -d 'Check whether files are sound'
 complete -c consolidator-inspect -n __fish_use_subcommand -a diff -d 'Tell how two files differ'
+complete -c consolidator-inspect -n __fish_use_subcommand -a sql -d 'Write what is in files as an SQLite database'
 complete -c consolidator-inspect -n __fish_use_subcommand -l version -d 'Show the version'
 complete -c consolidator-inspect -l help -d 'Show the options'
 complete -c consolidator-inspect -n "__consolidator_inspect_is $commands; and not __consolidator_inspect_next extract 2; and not __consolidator_inspect_next find 2" -k -a '(__fish_complete_suffix .consolidated)'
 complete -c consolidator-inspect -n '__consolidator_inspect_next extract 2' -a 'project dwarf json records'
 complete -c consolidator-inspect -n '__consolidator_inspect_is show' -l kernel -x -d 'Show a kernel of this name in full'
 complete -c consolidator-inspect -n '__consolidator_inspect_is json' -l pretty -d 'One value per line'
-complete -c consolidator-inspect -n '__consolidator_inspect_is extract' -s o -l output -r -F -d 'Where to write'
+complete -c consolidator-inspect -n '__consolidator_inspect_is extract sql' -s o -l output -r -F -d 'Where to write'
 complete -c consolidator-inspect -n '__consolidator_inspect_is find verify diff' -l format -x -a 'text json' -d 'For people or for programs'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l notes -d 'List notes, too'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l all -d 'List all findings'
@@ -41,3 +42,4 @@ complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l quiet 
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l exact -d 'Compare the texts of conditions'
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l sections -d 'Compare the sections, too'
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l stat -d 'Write the summary alone'
+complete -c consolidator-inspect -n '__consolidator_inspect_is sql' -l append -d 'Add to a database that is there'
