@@ -28,6 +28,7 @@ _consolidator_inspect_options() {
         verify) options+="--format --notes --all --strict --require --quiet " ;;
         diff) options+="--format --exact --sections --stat " ;;
         coverage) options+="--format --fail-under --baseline " ;;
+        sql) options+="--output --append " ;;
     esac
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
         [[ $word == --kernel || $word == --fail-under ]] || options=${options/ "$word" / }
@@ -39,7 +40,8 @@ _consolidator_inspect_options() {
 _consolidator_inspect_operand() {
     case $1:$2 in
         extract:2) _consolidator_inspect_words "project dwarf json records" ;;
-        show:1 | json:1 | extract:1 | find:1 | diff:[12] | coverage:1 | verify:*) _consolidator_inspect_files ;;
+        show:1 | json:1 | extract:1 | find:1 | diff:[12] | coverage:1 | verify:* | sql:*)
+            _consolidator_inspect_files ;;
     esac
 }
 
@@ -69,7 +71,7 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff coverage --help --version"
+        _consolidator_inspect_words "show json extract find verify diff coverage sql --help --version"
         return
     fi
     case $previous:$current in

@@ -1,9 +1,11 @@
 // Every command of the inspector looks at any bytes, and diff at a copy with one other bit as well.
-// What is promised must hold: strict JSON, a status that agrees with it, and nothing on standard
-// output that a terminal could take for a command.
+// What is promised must hold: strict JSON, a status that agrees with it, a database that holds the
+// same, and nothing on standard output that a terminal could take for a command.
 
+#include "../tests/support/DatabaseQuery.h"
 #include "../tests/support/MemoryFile.h"
 #include "../tests/support/StrictJson.h"
+#include "../tests/support/TemporaryFolder.h"
 #include "Require.h"
 #include "consolidated/File.h"
 #include "inspect/Inspector.h"
@@ -74,6 +76,18 @@ void requireJson(const std::string& path, const consolidated::File& file, Status
     require(document["kernels"].Size() == static_cast<std::size_t>(count),
             "each kernel is in the document");
   }
+}
+
+void requireDatabase(const std::string& path, Status status) {
+  static const TemporaryFolder folder;
+  const std::string database = folder.path("database");
+  require(ask({"sql", path, "-o", database}).status == status, "a database is made of each file");
+  auto wanted = requireDocument({"json", path}, &status);
+  wanted.RemoveMember("format");
+  wanted.RemoveMember("path");
+  rapidjson::Document found;
+  const std::string stored = DatabaseQuery(database).row(documentQuery());
+  require(jsonFault(stored, found).empty() && found == wanted, "a database holds the document");
 }
 
 void requireExtracts(const std::string& path, const consolidated::File& file) {
@@ -189,6 +203,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   requireJson(stored.path(), *file, status);
   requireText({"show", stored.path()}, status);
   requireText({"show", "--kernel", "a", stored.path()}, Status::Fails);
+  requireDatabase(stored.path(), status);
   requireExtracts(stored.path(), *file);
   requireFound(stored.path(), *file);
   requireVerified(stored.path(), *file);

@@ -8,6 +8,7 @@
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
 #include "inspect/ShowCommand.h"
+#include "inspect/SqlCommand.h"
 #include "inspect/VerifyCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -46,6 +47,7 @@ constexpr std::array commands = {
     CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
     CommandEntry{"coverage", "tell what of a file can be debugged", make<CoverageCommand>},
+    CommandEntry{"sql", "write what is in files as an SQLite database", make<SqlCommand>},
 };
 
 std::string helpText() {

@@ -26,6 +26,10 @@ class OutputFile {
   /// Where to write, and nowhere after an error.
   OutputSink& sink() { return *sink_; }
 
+  /// The name of the file beside the place, for those who do not write to the sink; empty where the
+  /// file is written at once, or after an error.
+  const std::string& besidePath() const { return beside_; }
+
   /// Ends the file. Returns whether all of it was written and stands in its place.
   bool finish();
 
