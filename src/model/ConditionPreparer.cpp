@@ -13,12 +13,6 @@ constexpr std::string_view qualifier = "$i/";
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
-// Names are operands, since they are qualified in the end.
-bool isOperand(std::string_view token) {
-  const char first = token.front();
-  return first == '$' || (first >= '0' && first <= '9') || isLetter(first);
-}
-
 char* putQualified(char* to, std::string_view token) {
   if (isLetter(token.front())) to = putText(to, qualifier);
   return putText(to, token);
@@ -35,6 +29,12 @@ std::string_view unwrap(std::string_view text) {
 }  // namespace
 
 bool isTriviallyTrue(std::string_view condition) { return condition == "(1'b1 == 1'b1)"; }
+
+// Names are operands, since they are qualified in the end.
+bool isOperand(std::string_view word) {
+  const char first = word.front();
+  return first == '$' || (first >= '0' && first <= '9') || isLetter(first);
+}
 
 std::string_view ConditionPreparer::prepare(std::string_view condition) {
   readTokens(unwrap(condition));

@@ -11,6 +11,10 @@ namespace consolidator {
 /// Whether a condition always holds and is dropped: exactly "(1'b1 == 1'b1)", byte for byte.
 bool isTriviallyTrue(std::string_view condition);
 
+/// Whether a word of a condition, which is not empty, is an operand: a name, a name qualified
+/// already or a number. All other words are operators.
+bool isOperand(std::string_view word);
+
 /// Brings conditions, infix as the hardware description has them, into the form that debuggers
 /// expect: the operator first, names qualified by "$i/", for which they put an instance path.
 /// "(a == 1)" becomes "== 1 $i/a".
