@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <string_view>
 
 namespace consolidator {
 
@@ -18,6 +19,13 @@ void printVersion() {
             << "Supported hierarchy version: " << HierarchyFile::supportedVersion << std::endl;
 }
 
+// A file that was opened for writing is empty by then.
+void tellEmptied(const ConsolidatedFile& file, const ConsolidatorOptions& options,
+                 std::string_view code, const std::string& reason) {
+  if (file.observer() == nullptr || options.dumpRequested()) return;
+  file.observer()->onLoss(code, "the file " + reason + " and is emptied");
+}
+
 bool belongsToProject(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
   const std::string& stored = file.projectName();
   const std::string& named = options.project();
@@ -25,6 +33,7 @@ bool belongsToProject(const ConsolidatedFile& file, const ConsolidatorOptions& o
   std::cerr << "Error: consolidated file " << options.consolidatedFilePath()
             << " has meta-data for project " << stored << ", not specified project " << named
             << std::endl;
+  tellEmptied(file, options, "project-differs", "belongs to another project");
   return false;
 }
 
@@ -35,6 +44,7 @@ bool hasSupportedVersion(const ConsolidatedFile& file, const ConsolidatorOptions
             << header.majorVersion << "." << header.minorVersion << " and only versions up to "
             << FileHeader::supportedMajorVersion << "." << FileHeader::supportedMinorVersion
             << " are supported." << std::endl;
+  tellEmptied(file, options, "version-unsupported", "has a newer version");
   return false;
 }
 
@@ -73,7 +83,10 @@ int consolidate(ConsolidatedFile& file, const ConsolidatorOptions& options) {
 }  // namespace
 
 int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file) {
-  const ConsolidatorOptions options(argc, argv);
+  return runConsolidation(ConsolidatorOptions(argc, argv), file);
+}
+
+int runConsolidation(const ConsolidatorOptions& options, ConsolidatedFile& file) {
   if (!options.validate() || options.help()) {
     options.printUsage();
     return EXIT_SUCCESS;

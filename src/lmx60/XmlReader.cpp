@@ -3,6 +3,7 @@
 #include "lmx60/FileSource.h"
 #include "lmx60/KnownElementsSelector.h"
 #include "lmx60/LmxException.h"
+#include "lmx60/ReadingObserver.h"
 
 #include <expat.h>
 
@@ -99,7 +100,12 @@ c_xml_reader::c_xml_reader(std::unique_ptr<c_byte_source> source, error_code& re
 c_xml_reader::c_xml_reader(const char* file_name, error_code& result)
     : c_xml_reader(std::make_unique<c_file_source>(file_name), result) {}
 
-c_xml_reader::~c_xml_reader() = default;
+c_xml_reader::~c_xml_reader() {
+  if (observer_ == nullptr) return;
+  XML_ParserStruct* const parser = parser_.get();
+  observer_->on_end({bytes_read_, XML_GetCurrentLineNumber(parser),
+                     XML_GetCurrentColumnNumber(parser) + std::uint64_t{1}});
+}
 
 bool c_xml_reader::tokenise() {
   while (suspended_ || !at_end_) {
@@ -205,6 +211,8 @@ void c_xml_reader::start_element(const char* name, const char* const* names_and_
     suspend();
   } else if (event == element_event::unknown && depth_ == 1) {
     capture_error(error_code::unexpected_root, name);
+  } else if (event == element_event::unknown && observer_ != nullptr) {
+    observer_->on_unknown_element(XML_GetCurrentLineNumber(parser_.get()));
   }
 }
 

@@ -17,6 +17,7 @@ namespace lmx {
 
 class c_attributes;
 class c_known_elements_selector;
+class c_reading_observer;
 
 /// Steps through an XML document of any size: the parser runs over the input block by block and
 /// is suspended wherever the caller has to act, so memory is needed only for one block and for the
@@ -48,6 +49,9 @@ class c_xml_reader {
   c_xml_reader(const c_xml_reader&) = delete;
   c_xml_reader& operator=(const c_xml_reader&) = delete;
   ~c_xml_reader();
+
+  /// Tells the observer, which must outlive the reader, what is left out.
+  void observe(c_reading_observer& observer) { observer_ = &observer; }
 
   /// Runs the parser up to the next place where somebody has to act: a child element that was
   /// entered, or the end of the element that is being read. Returns false at the document's end.
@@ -113,6 +117,7 @@ class c_xml_reader {
   bool entered_child_ = false;
   bool suspended_ = false;
   bool at_end_;  // of the input
+  c_reading_observer* observer_ = nullptr;
 };
 
 }  // namespace lmx

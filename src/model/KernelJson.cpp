@@ -30,21 +30,6 @@ void writeSeparated(ByteWriter& out, List& items, WriteItem writeItem) {
   }
 }
 
-std::string_view typeText(KernelType type) {
-  switch (type) {
-    case KernelType::OpenCL:
-      return "\"OpenCL\"";
-    case KernelType::C:
-      return "\"C\"";
-    case KernelType::RTL:
-      return "\"RTL\"";
-    case KernelType::HLS:
-      return "\"HLS\"";
-    default:
-      return "\"Unknown\"";
-  }
-}
-
 // Writes a number in decimal; up to 10 bytes are overwritten. Computes all digits of a usual number
 // at once, as the bytes of one word: the lengths of locations are too random to branch on.
 char* putNumber(char* to, std::uint32_t number) {
@@ -171,6 +156,21 @@ void KernelRecord::writeJson(ByteWriter& out) const {
                    [&](const std::string& bram, std::uint32_t) { out.write("\"", bram, "\""); });
   }
   out.write("] }");
+}
+
+std::string_view typeText(KernelType type) {
+  switch (type) {
+    case KernelType::OpenCL:
+      return "\"OpenCL\"";
+    case KernelType::C:
+      return "\"C\"";
+    case KernelType::RTL:
+      return "\"RTL\"";
+    case KernelType::HLS:
+      return "\"HLS\"";
+    default:
+      return "\"Unknown\"";
+  }
 }
 
 void writeKernelsJson(KernelList& kernels, ByteWriter& out) {
