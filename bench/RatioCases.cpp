@@ -1,6 +1,7 @@
 #include "RatioCases.h"
 
 #include "InputFiles.h"
+#include "InspectCases.h"
 #include "LogicLocationCases.h"
 #include "ReaderCases.h"
 #include "ReadingCases.h"
@@ -206,7 +207,7 @@ std::optional<ProcessCost> Workbench::runTool(std::vector<std::string> arguments
 std::vector<RatioCase> ratioCases() {
   std::vector<RatioCase> all(cases.begin(), cases.end());
   for (const std::span<const RatioCase> more :
-       {readerCases(), logicLocationCases(), readingCases()}) {
+       {readerCases(), logicLocationCases(), readingCases(), inspectCases()}) {
     all.insert(all.end(), more.begin(), more.end());
   }
   return all;

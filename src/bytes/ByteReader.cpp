@@ -54,7 +54,6 @@ bool ByteReader::skipBeyondBlock(std::uint64_t size) {
 }
 
 std::size_t ByteReader::plausibleCount(std::uint32_t count, std::size_t elementSize) const {
-  if (count * elementSize <= end_ - position_) return count;  // spares the usual case a division
   return static_cast<std::size_t>(std::min<std::uint64_t>(count, remaining() / elementSize));
 }
 

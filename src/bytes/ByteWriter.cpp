@@ -1,6 +1,5 @@
 #include "bytes/ByteWriter.h"
 
-#include <array>
 #include <bit>
 #include <charconv>
 #include <limits>
@@ -44,7 +43,7 @@ void ByteWriter::writeBeyondBlock(std::string_view bytes) {
     if (bytes.size() >= writeBlockSize) return send(bytes);
     if (!makeRoom()) return;
   }
-  putText(block_.get() + used_, bytes);
+  put(block_.get() + used_, bytes);
   advance(bytes.size());
 }
 

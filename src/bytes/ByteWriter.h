@@ -1,7 +1,5 @@
 #pragma once
 
-#include "text/ShortText.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -66,13 +64,19 @@ class ByteWriter {
     return {reinterpret_cast<const char*>(&value), sizeof value};
   }
 
-  // Checks the room once for all texts.
+  // Puts bytes at a place that has room for them and returns where they end.
+  static char* put(char* to, std::string_view bytes) {
+    return std::copy(bytes.begin(), bytes.end(), to);
+  }
+
+  // The room is checked once for all texts: one by one, saving a hierarchy takes 4 % more
+  // instructions.
   template <typename... Views>
   void writeViews(Views... texts) {
     const std::size_t size = (texts.size() + ...);
     if (size > room_) return (writeBeyondBlock(texts), ...);
     char* to = block_.get() + used_;
-    ((to = putText(to, texts)), ...);
+    ((to = put(to, texts)), ...);
     advance(size);
   }
 
@@ -81,7 +85,7 @@ class ByteWriter {
     const std::size_t size = ((sizeof(std::uint32_t) + texts.size()) + ...);
     if (size > room_) return (writeTextBeyondBlock(texts), ...);
     char* to = block_.get() + used_;
-    ((to = putText(putText(to, bytesOf(static_cast<std::uint32_t>(texts.size()))), texts)), ...);
+    ((to = put(put(to, bytesOf(static_cast<std::uint32_t>(texts.size()))), texts)), ...);
     advance(size);
   }
 

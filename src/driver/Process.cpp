@@ -27,8 +27,10 @@ void prepareForOutOfMemory() {
   std::set_terminate(endOutOfMemory);
 }
 
-// The heap grows by a large reserve at once, which takes no memory before it is used. Its start
-// stays on usual pages, so that small runs do not pay for clearing a huge one.
+// The heap grows by a large reserve at once, which takes no memory before it is used, so that huge
+// pages can be asked for. Without them, saving a large file again takes 1.26 times the CPU time,
+// and reading a large hierarchy 1.35 times; the reserve alone changes neither. The start of the
+// heap stays on usual pages: small runs do not pay for clearing a huge one.
 void prepareHeap() {
   constexpr int reserve = 1 << 30;
   constexpr std::size_t usualPart = std::size_t{4} << 20U;

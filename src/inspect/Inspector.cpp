@@ -1,8 +1,12 @@
 #include "inspect/Inspector.h"
 
 #include "inspect/Command.h"
+#include "inspect/DiffCommand.h"
+#include "inspect/ExtractCommand.h"
+#include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
+#include "inspect/ShowCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -33,7 +37,11 @@ std::unique_ptr<Command> make() {
 }
 
 constexpr std::array commands = {
+    CommandEntry{"show", "show what is in a file", make<ShowCommand>},
     CommandEntry{"json", "write what is in a file as strict JSON", make<JsonCommand>},
+    CommandEntry{"extract", "write the bytes of one section", make<ExtractCommand>},
+    CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
+    CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
 };
 
 std::string helpText() {

@@ -1,8 +1,8 @@
 #include "inspect/JsonCommand.h"
 
-#include "consolidated/Section.h"
 #include "inspect/JsonDocument.h"
 #include "inspect/KernelItems.h"
+#include "inspect/SectionItems.h"
 #include "inspect/Utf8.h"
 
 #include <CLI/CLI.hpp>
@@ -14,32 +14,6 @@ namespace consolidator::inspect {
 namespace {
 
 using consolidated::File;
-using consolidated::Section;
-using consolidated::SectionKind;
-
-std::string_view nameOf(SectionKind kind) {
-  switch (kind) {
-    case SectionKind::ProjectName:
-      return "project_name";
-    case SectionKind::Dwarf:
-      return "dwarf";
-    case SectionKind::KernelRecords:
-      return "kernel_records";
-    case SectionKind::Json:
-      return "json";
-    default:
-      return "unknown";
-  }
-}
-
-void writeSection(JsonDocument& document, const Section& section) {
-  document.beginObject();
-  document.member("kind", nameOf(section.kind));
-  document.member("kind_number", static_cast<std::uint32_t>(section.kind));
-  document.member("offset", section.offset);
-  document.member("size", section.size);
-  document.endObject();
-}
 
 void writeProject(JsonDocument& document, const File& file) {
   document.key("project");
@@ -88,7 +62,7 @@ Status JsonCommand::run(Console& console) {
   document.key("version").beginArray();
   document.value(file.majorVersion()).value(file.minorVersion()).endArray();
   document.key("sections").beginArray();
-  for (const Section section : file.sections()) writeSection(document, section);
+  for (const consolidated::Section section : file.sections()) writeItem(document, section);
   document.endArray();
   writeProject(document, file);
   writeDwarf(document, file);

@@ -2,6 +2,9 @@
 
 #include "inspect/Utf8.h"
 
+#include <rapidjson/internal/itoa.h>
+
+#include <cstddef>
 #include <string>
 
 namespace consolidator::inspect {
@@ -9,6 +12,7 @@ namespace consolidator::inspect {
 namespace {
 
 constexpr std::uint64_t largestExact = (std::uint64_t{1} << 53U) - 1;
+constexpr std::size_t longestPair = std::string_view(",[4294967295,4294967295]").size();
 
 }  // namespace
 
@@ -66,6 +70,39 @@ JsonDocument& JsonDocument::value(std::uint64_t number) {
 
 JsonDocument& JsonDocument::value(bool isTrue) {
   return write([&](auto& writer) { writer.Bool(isTrue); });
+}
+
+JsonDocument& JsonDocument::value(const consolidated::Locations& locations) {
+  if (layout_ == JsonLayout::Compact) {
+    writeCompact(locations);
+    return *this;
+  }
+  beginArray();
+  for (const consolidated::Location location : locations) {
+    beginArray().value(location.first).value(location.second).endArray();
+  }
+  return endArray();
+}
+
+// Most of a document are these numbers, which the writer would put character by character.
+void JsonDocument::writeCompact(const consolidated::Locations& locations) {
+  compact_.RawValue("", 0,
+                    rapidjson::kArrayType);  // what stands between this and what is before it
+  out_->put('[');
+  bool isFirst = true;
+  for (const consolidated::Location location : locations) {
+    char* const start = out_->room(longestPair);
+    char* end = start;
+    if (!isFirst) *end++ = ',';
+    isFirst = false;
+    *end++ = '[';
+    end = rapidjson::internal::u32toa(location.first, end);
+    *end++ = ',';
+    end = rapidjson::internal::u32toa(location.second, end);
+    *end++ = ']';
+    out_->advance(static_cast<std::size_t>(end - start));
+  }
+  out_->put(']');
 }
 
 JsonDocument& JsonDocument::null() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "consolidated/Locations.h"
 #include "inspect/OutputSink.h"
 
 #include <rapidjson/prettywriter.h>
@@ -40,6 +41,10 @@ class JsonDocument {
   JsonDocument& value(std::uint64_t number);
 
   JsonDocument& value(bool isTrue);
+
+  /// A list of lists of two numbers.
+  JsonDocument& value(const consolidated::Locations& locations);
+
   JsonDocument& null();
 
   /// A key and its value.
@@ -65,6 +70,8 @@ class JsonDocument {
 
     OutputSink* out;
   };
+
+  void writeCompact(const consolidated::Locations& locations);
 
   template <typename Write>
   JsonDocument& write(Write write) {

@@ -9,10 +9,10 @@
 
 namespace consolidator::inspect {
 
-namespace {
-
 using consolidated::BreakableCondition;
 using consolidated::ConditionKind;
+
+namespace {
 
 void writeItem(JsonDocument& document, const consolidated::Text& text) {
   document.value(text.view());
@@ -25,7 +25,9 @@ void writeList(JsonDocument& document, std::string_view key, const List& items) 
   document.endArray();
 }
 
-std::string_view kindName(ConditionKind kind) {
+}  // namespace
+
+std::string_view nameOf(ConditionKind kind) {
   switch (kind) {
     case ConditionKind::Start:
       return "start";
@@ -38,37 +40,39 @@ std::string_view kindName(ConditionKind kind) {
   }
 }
 
-}  // namespace
-
 void writeItem(JsonDocument& document, const consolidated::Locations& locations) {
-  document.beginArray();
-  for (const consolidated::Location location : locations) {
-    document.beginArray().value(location.first).value(location.second).endArray();
-  }
-  document.endArray();
+  document.value(locations);
 }
 
 void writeItem(JsonDocument& document, const consolidated::Variable& variable) {
   document.beginObject();
+  writeMembers(document, variable);
+  document.endObject();
+}
+
+void writeMembers(JsonDocument& document, const consolidated::Variable& variable) {
   document.member("name", variable.name().view());
   document.member("second", variable.second().view());
   document.member("c_type", variable.cType().view());
   document.member("bit_width", variable.bitWidth());
   writeList(document, "instance_bits", variable.instanceBits());
-  document.endObject();
 }
 
 void writeItem(JsonDocument& document, const consolidated::HardwareVariable& variable) {
   document.beginObject();
+  writeMembers(document, variable);
+  document.endObject();
+}
+
+void writeMembers(JsonDocument& document, const consolidated::HardwareVariable& variable) {
   document.member("rtl_name", variable.rtlName().view());
   document.key("logic_locations");
   writeItem(document, variable.logicLocations());
-  document.endObject();
 }
 
 void writeItem(JsonDocument& document, const BreakableCondition& condition) {
   document.beginObject();
-  document.member("kind", kindName(condition.kind()));
+  document.member("kind", nameOf(condition.kind()));
   document.member("kind_number", static_cast<std::uint32_t>(condition.kind()));
   document.member("condition", condition.condition().view());
   if (condition.kind() == ConditionKind::SourceLine) {

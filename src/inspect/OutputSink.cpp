@@ -1,5 +1,6 @@
 #include "inspect/OutputSink.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,17 +12,28 @@ namespace {
 
 constexpr std::size_t blockSize = 64 * 1024;
 
+// Whether a write that failed is to be tried again, once there is room.
+bool isWorthAnotherTry(int descriptor) {
+  if (errno == EINTR) return true;
+  if (errno != EAGAIN) return false;
+  pollfd waiting{descriptor, POLLOUT, 0};
+  return ::poll(&waiting, 1, -1) >= 0 || errno == EINTR;
+}
+
 }  // namespace
 
 OutputSink::OutputSink(int descriptor) : descriptor_(descriptor), block_(blockSize) {}
 
+// Whatever is written goes through the block: the system would refuse the bytes of a mapped file
+// that was cut meanwhile, while a program that touches them itself has them guarded.
 void OutputSink::write(std::string_view text) {
-  if (text.size() > block_.size() - size_) {
-    writeBlock();
-    if (text.size() >= block_.size()) return writeThrough(text);
+  while (!text.empty()) {
+    if (size_ == block_.size()) writeBlock();
+    const std::size_t count = std::min(text.size(), block_.size() - size_);
+    std::copy_n(text.data(), count, block_.data() + size_);
+    size_ += count;
+    text.remove_prefix(count);
   }
-  std::copy(text.begin(), text.end(), block_.data() + size_);
-  size_ += text.size();
 }
 
 bool OutputSink::flush() {
@@ -29,22 +41,19 @@ bool OutputSink::flush() {
   return error_ == 0;
 }
 
-bool OutputSink::isTerminal() const { return ::isatty(descriptor_) == 1; }
-
 void OutputSink::writeBlock() {
-  writeThrough({block_.data(), size_});
-  size_ = 0;
-}
-
-void OutputSink::writeThrough(std::string_view bytes) {
-  while (error_ == 0 && !bytes.empty()) {
-    const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
+  std::string_view left(block_.data(), size_);
+  while (error_ == 0 && !left.empty()) {
+    const ssize_t written = ::write(descriptor_, left.data(), left.size());
+    if (written > 0) {
+      left.remove_prefix(static_cast<std::size_t>(written));
+    } else if (written == 0) {
+      error_ = EIO;
+    } else if (!isWorthAnotherTry(descriptor_)) {
       error_ = errno;
     }
   }
+  size_ = 0;
 }
 
 }  // namespace consolidator::inspect

@@ -7,7 +7,8 @@
 namespace consolidator::inspect {
 
 /// Writes to an open descriptor in large blocks and remembers the first error; what is written
-/// after it is dropped. The descriptor stays the caller's.
+/// after it is dropped. The descriptor stays the caller's, and what flush() did not write is lost
+/// with the sink.
 class OutputSink {
  public:
   explicit OutputSink(int descriptor);
@@ -20,10 +21,11 @@ class OutputSink {
     block_[size_++] = c;
   }
 
+  /// Takes any number of bytes, which may be those of a guarded file that is cut meanwhile.
   void write(std::string_view text);
 
-  /// Room for `size` more bytes, at most 4096: to be filled from its start and then taken by
-  /// advance().
+  /// Room for `size` more bytes, at most the 64 KiB of a block: to be filled from its start and
+  /// then taken by advance(). Holds until the next call.
   char* room(std::size_t size) {
     if (block_.size() - size_ < size) writeBlock();
     return block_.data() + size_;
@@ -38,11 +40,8 @@ class OutputSink {
   /// went away, which nobody needs to be told.
   int error() const { return error_; }
 
-  bool isTerminal() const;
-
  private:
   void writeBlock();
-  void writeThrough(std::string_view bytes);
 
   int descriptor_;
   int error_ = 0;

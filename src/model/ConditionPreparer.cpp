@@ -1,6 +1,5 @@
 #include "model/ConditionPreparer.h"
 
-#include "text/ShortText.h"
 #include "text/WhiteSpace.h"
 
 #include <algorithm>
@@ -14,8 +13,8 @@ constexpr std::string_view qualifier = "$i/";
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 char* putQualified(char* to, std::string_view token) {
-  if (isLetter(token.front())) to = putText(to, qualifier);
-  return putText(to, token);
+  if (isLetter(token.front())) to = std::ranges::copy(qualifier, to).out;
+  return std::ranges::copy(token, to).out;
 }
 
 // The two cuts are not paired, deliberately: either may happen without the other, and the last

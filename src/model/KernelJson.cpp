@@ -31,7 +31,8 @@ void writeSeparated(ByteWriter& out, List& items, WriteItem writeItem) {
 }
 
 // Writes a number in decimal; up to 10 bytes are overwritten. Computes all digits of a usual number
-// at once, as the bytes of one word: the lengths of locations are too random to branch on.
+// at once, as the bytes of one word: their count is too random to branch on. With std::to_chars
+// alone, a save takes 1.07 times the CPU time.
 char* putNumber(char* to, std::uint32_t number) {
   constexpr std::uint32_t usual = 100'000'000;
   if (number >= usual) return std::to_chars(to, to + 10, number).ptr;
@@ -51,13 +52,15 @@ char* putNumber(char* to, std::uint32_t number) {
 template <char open, char close>
 void writeLocations(ByteWriter& out, const std::vector<BitLocation>& locations) {
   constexpr std::size_t longestPair = 32;
+  constexpr std::string_view separator = ", ";
   bool isFirst = true;
   for (const BitLocation& location : locations) {
     out.writeUpTo(longestPair, [&](char* to) {
-      if (!isFirst) to = putText(to, ", ");
+      if (!isFirst) to = std::ranges::copy(separator, to).out;
       *to++ = open;
       *to++ = ' ';
-      to = putNumber(putText(putNumber(to, location.first), ", "), location.second);
+      to = std::ranges::copy(separator, putNumber(to, location.first)).out;
+      to = putNumber(to, location.second);
       *to++ = close;
       return to;
     });

@@ -106,8 +106,8 @@ struct KernelKey : TextKeyHash {
 };
 
 /// Records in an order. There may be very many of these large values: in blocks they need not be
-/// moved when more of them come, which would take room for all of them twice. Small blocks, as
-/// std::deque has them, make reading and writing a large model a sixth slower.
+/// moved when more of them come, which would take room for all of them twice. With blocks of eight,
+/// a large hierarchy takes 1.1 times the CPU time; those of std::deque are smaller still.
 using KernelSequence =
     boost::container::deque<KernelRecord, void,
                             boost::container::deque_options_t<boost::container::block_size<512>>>;

@@ -31,9 +31,9 @@ std::string_view attributeAt(std::size_t start, std::string_view line) {
 }
 
 // Calls `take` with each word that begins with the name, up to one for which it returns false. They
-// are looked for by the capital letter of the name, which is rare: to look at every word would make
-// the whole reading a third slower. Returns false if one of the words ends where its value should
-// start.
+// are looked for by the capital letter of the name, which is rare: a look at every word would take
+// 1.8 times the CPU time for the whole file. Returns false if one of the words ends where its value
+// should start.
 template <const std::string_view& name, typename Take>
 bool forEachAttribute(std::string_view line, Take take) {
   constexpr std::size_t capital = name.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");

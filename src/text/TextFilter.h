@@ -9,7 +9,9 @@ namespace consolidator {
 
 /// A set of texts that may err: it knows every text that was added, and a few percent of all
 /// others. It takes two to four bytes a text and one access to memory a question, which makes it a
-/// sieve in front of a slower search that is nearly always in vain.
+/// sieve for a slower search that is nearly always in vain. With an exact index in its place, a
+/// logic-location file takes 1.5 times the CPU time where one line in a hundred matters, and 1.1
+/// times where half of them do.
 class TextFilter {
  public:
   /// Makes room for so many texts; more of them only cause more errors.

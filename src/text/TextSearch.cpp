@@ -58,9 +58,6 @@ void TextSearch::addNodes(Patterns patterns) {
     longer.clear();
   }
   nodes_.push_back({.firstChild = static_cast<State>(nodes_.size())});
-  for (State first = nodes_[start].firstChild; first < nodes_[start + 1].firstChild; ++first) {
-    startsPattern_[static_cast<unsigned char>(lastCharacters_[first])] = true;
-  }
 }
 
 void TextSearch::addPattern(State state, std::uint32_t pattern) {
@@ -86,12 +83,25 @@ void TextSearch::addChildren(State state, Patterns patterns, std::size_t length,
 }
 
 const std::vector<std::uint32_t>& TextSearch::findIn(std::string_view text) {
+  return search(text, [] { return false; });
+}
+
+const std::vector<std::uint32_t>& TextSearch::findSomeIn(std::string_view text,
+                                                         std::size_t enough) {
+  search(text, [&] { return found_.size() >= enough; });
+  if (found_.size() > enough) found_.resize(enough);
+  return found_;
+}
+
+template <typename IsEnough>
+inline const std::vector<std::uint32_t>& TextSearch::search(std::string_view text,
+                                                            IsEnough isEnough) {
   ++searchNumber_;
   found_.clear();
   State state = start;
   addMatches(state);
   for (const char c : text) {
-    if (state == start && !startsPattern_[static_cast<unsigned char>(c)]) continue;
+    if (isEnough()) break;
     state = next(state, c);
     addMatches(state);
   }

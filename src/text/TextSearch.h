@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -29,6 +28,10 @@ class TextSearch {
   /// the next call.
   const std::vector<std::uint32_t>& findIn(std::string_view text);
 
+  /// The same, but ends soon after `enough` patterns were found: however many occur in the text, it
+  /// takes no longer than its length and that number, and returns at most as many.
+  const std::vector<std::uint32_t>& findSomeIn(std::string_view text, std::size_t enough);
+
  private:
   // What a search remembers of the text so far: the longest prefix of a pattern that it ends in.
   using State = std::uint32_t;
@@ -48,12 +51,13 @@ class TextSearch {
                    std::vector<Patterns>& longer);
   State child(State state, char c) const;
   State next(State state, char c) const;
+  template <typename IsEnough>
+  const std::vector<std::uint32_t>& search(std::string_view text, IsEnough isEnough);
   void addMatches(State state);
 
   std::vector<Node> nodes_;
   std::vector<char> lastCharacters_;      // of the states
   std::vector<std::uint32_t> nextMatch_;  // for each pattern the longest shorter one it ends in
-  std::array<bool, 256> startsPattern_{};
   std::vector<std::uint64_t> foundBy_;  // for each pattern the number of the last search to find it
   std::uint64_t searchNumber_ = 0;
   std::vector<std::uint32_t> found_;

@@ -58,9 +58,9 @@ TEST_F(DriverCheckTest, TheStreamIsClosedHoweverTheRunEnds) {
 
 using DriverProjectTest = DriverCheckTest;
 
-TEST_F(DriverProjectTest, AnotherProjectIsRefusedAndLeavesTheFileEmpty) {
+TEST_F(DriverProjectTest, AnotherProjectIsRefusedLeavesTheFileEmptyAndReadsNoInput) {
   writeFile(file_, projectFile("a"));
-  EXPECT_EQ(run({"-p", "b", "-h", input_}), 1);
+  EXPECT_EQ(run({"-p", "b", "-h", folder_.write("bad", "instance x")}), 1);
   EXPECT_EQ(err_, "Error: consolidated file " + file_ +
                       " has meta-data for project a, not specified project b\n");
   EXPECT_EQ(stored(), "");
@@ -90,6 +90,12 @@ TEST_F(DriverProjectTest, AFileWithoutProjectTakesAnyName) {
   EXPECT_EQ(run({"-p", "a", "-d", folder_.path("missing")}), 0);
   EXPECT_EQ(stored(),
             container({{SectionKind::Json, emptyJson()}, {SectionKind::ProjectName, "a"}}));
+}
+
+TEST_F(DriverProjectTest, AnEmptyStoredNameIsNone) {
+  writeFile(file_, projectFile(""));
+  EXPECT_EQ(run({"-p", "b", "-d", input_}), 0);
+  EXPECT_EQ(err_, "");
 }
 
 TEST_F(DriverProjectTest, CreateModeAsksForNoProject) {
@@ -179,6 +185,16 @@ TEST_F(DriverVersionTest, TheVersionsOfAForeignFileCount) {
   EXPECT_EQ(run({"-h", input_}), 1);
   EXPECT_EQ(err_, "Error: consolidated file " + file_ +
                       " is version 2.0 and only versions up to 1.1 are supported.\n");
+}
+
+TEST_F(DriverVersionTest, TheVersionsOfAFileThatIsCutCountWithTheBytesThatThereAre) {
+  for (const auto& [stored, version] :
+       {std::pair{header(0, 2).substr(0, 5), "2.1"}, {header(0, 2, 0x107).substr(0, 9), "2.7"}}) {
+    writeFile(file_, stored);
+    EXPECT_EQ(run({"-h", input_}), 1);
+    EXPECT_EQ(err_, "Error: consolidated file " + file_ + " is version " + version +
+                        " and only versions up to 1.1 are supported.\n");
+  }
 }
 
 TEST_F(DriverVersionTest, AForeignFileOfAnOlderVersionIsRewrittenWithItsMagic) {

@@ -112,6 +112,49 @@ TEST_F(DriverTest, ReadsFilesOfAKindInTheOrderGiven) {
            {SectionKind::KernelRecords, u32(2) + kernelRecord("b", 1) + kernelRecord("a", 3)}}));
 }
 
+// Kernels stand in the order of the kinds that tell of them, not in that of the command line, and a
+// logic location file is read for the registers of all of them.
+TEST_F(DriverTest, ReadsOneKindAfterTheOther) {
+  EXPECT_EQ(run({"-l", write("ll", "Bit 1 a 2 die0 0 Net=top/x\n"), "-x",
+                 write("aux",
+                       "<ak:acceleratorMap ak:functionName=\"h\" \n"
+                       "<ak:arg ak:originalName=\"x\"\n"),
+                 "-s", write("s.dbg", ""), "-k",
+                 write("xml",
+                       "<project><platform><device><core><kernel name='k'/></core></device>"
+                       "</platform></project>"),
+                 "-h", write("h", "h: instance path: /top"), "-f", file_}),
+            quiet);
+  ConsolidatedFile file;
+  ASSERT_TRUE(file.readExisting(file_));
+  ASSERT_EQ(file.kernels().size(), 3U);
+  EXPECT_EQ(file.kernels()[0].name, "h");
+  EXPECT_EQ(file.kernels()[0].hardwareVariables.size(), 1U);
+  EXPECT_EQ(file.kernels()[1].name, "k");
+  EXPECT_EQ(file.kernels()[2].name, "s");
+}
+
+// The conditions that are stored by then stand in another order, so they are not the same.
+TEST_F(DriverTest, KernelXmlThatALaterRunReadsAgainAddsItsConditionsAgain) {
+  const std::string xml = write("xml",
+                                "<project><platform><device><core><kernel name='k'/></core>"
+                                "</device></platform></project>");
+  const std::string once = R"({ "Start":true, "Cond":"== 1'b1 $i/bq_start"}, )"
+                           R"({ "Stop":true, "Cond":"== 1'b1 $i/bq_done"})";
+  const std::string swapped = R"({ "Start":true, "Cond":"== $i/bq_start 1'b1"}, )"
+                              R"({ "Stop":true, "Cond":"== $i/bq_done 1'b1"})";
+  const auto storedConditions = [&] {
+    EXPECT_EQ(run({"-f", file_, "-j", out_}), quiet);
+    const std::string text = folder_.read("out");
+    const std::size_t start = text.find("\"Breakable Conditions\" : [") + 26;
+    return text.substr(start, text.rfind(']', text.rfind(']') - 1) - start);
+  };
+  EXPECT_EQ(run({"-f", file_, "-k", xml, "-k", xml}), quiet);
+  EXPECT_EQ(storedConditions(), once);
+  EXPECT_EQ(run({"-f", file_, "-k", xml}), quiet);
+  EXPECT_EQ(storedConditions(), swapped + ", " + once);
+}
+
 TEST_F(DriverTest, AReaderThatFailsDoesNotChangeTheStatus) {
   EXPECT_EQ(run({"-f", file_, "-h", write("bad", "a: b: instance x"), "-h", write("good", "k:")}),
             (Outcome{0, "", "Parse error\n"}));

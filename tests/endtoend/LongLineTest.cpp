@@ -82,6 +82,15 @@ TEST_P(LongLineTest, DoesNoHarm) {
   }
 }
 
+class EndlessLineTest : public ExecutableTest {};
+
+TEST_F(EndlessLineTest, IsRefusedAtOnce) {
+  EXPECT_EQ(run({"-c", "-f", "out", "-s", "/dev/zero"}), silence());
+  EXPECT_EQ(run({"-c", "-f", "out", "-x", "/dev/zero"}),
+            complained("Malformed auxiliary file: /dev/zero\n"));
+  EXPECT_TRUE(folderHolds({{"out", emptyFile()}}));
+}
+
 constexpr const char* refusedXml = "Could not parse kernel file\n";
 constexpr const char* refusedVersion =
     "Unsupported hierarchy file: /dev/fd/9\nVersion: 3.40282e+38\nSupported Version: 1\n";

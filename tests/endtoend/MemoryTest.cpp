@@ -77,6 +77,25 @@ TEST_F(MemoryTest, SavingHoldsTheDwarfOnce) {
   }
 }
 
+TEST_F(MemoryTest, ALogicLocationFileOfAnySizeTakesTheSame) {
+  constexpr long someMebibytes = 4 * 1024;
+  write("h", "vadd: instance path: /top/vadd_1");
+  write("vadd.dbg", "RTL a b c\nlocal sum\nat vadd.cpp:12\nlast sum_reg[31:0] vadd\n");
+  write("ll", "Bit 1 0x1001 18 die0 0 Net=top/vadd_1/sum_reg[1]\nBit 1 2 3 die0 0 Net=other\n");
+  const ExecutableRun small = start({"-f", "small", "-h", "h", "-s", "vadd.dbg", "-l", "ll"});
+  ASSERT_EQ(small.outcome(), silence());
+  const std::string lines = "yes \"$(cat ll)\" | head -n 800000";
+  const std::string line = "head -c 64M /dev/zero; echo; cat ll";
+  const std::string blanks = "yes '' | head -c 64M; cat ll";
+  for (const std::string& generator : {lines, line, blanks}) {
+    const ExecutableRun large =
+        startScript("exec \"$0\" -c -f large -h h -s vadd.dbg -l <(" + generator + ")");
+    EXPECT_EQ(large.outcome(), silence()) << generator;
+    EXPECT_LE(large.peakMemory(), small.peakMemory() + someMebibytes) << generator;
+    EXPECT_EQ(read("large"), read("small")) << generator;
+  }
+}
+
 // Each has the arguments of all before it: 4000 records of them would be eight million arguments.
 TEST_F(MemoryTest, KernelsOfOneNameAreNotHeldOneByOne) {
   constexpr long someMebibytes = 16 * 1024;

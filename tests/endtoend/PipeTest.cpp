@@ -45,6 +45,25 @@ TEST_F(PipeTest, AsAnInputGivesItsText) {
   }
 }
 
+// Kernel XML is opened twice.
+TEST_F(PipeTest, WhoseWriterIsSlowAsAnInputGivesItsText) {
+  const std::string slowly = "(head -c 20 text; sleep 0.1; tail -c +21 text) >vadd.fif";
+  for (const InputOption& option : inputOptions()) {
+    if (option.seeks) continue;
+    SCOPED_TRACE(option.name);
+    write("vadd.out", VaddKernel().file());
+    write("text", option.text);
+    EXPECT_EQ(runScript(beside(slowly, "-f vadd.out " + whole(option))), silence());
+    EXPECT_EQ(read("vadd.out"), option.read);
+  }
+}
+
+TEST_F(PipeTest, AsStandardInputIsReadOnce) {
+  EXPECT_EQ(runScript("echo '<project/>' | " + timed + "-f vadd.out -k /dev/stdin -k /dev/stdin"),
+            complained("Could not parse kernel file\n"));
+  expectNothingBut({});
+}
+
 TEST_F(PipeTest, ThatIsEmptyAsAnInputIsAnEmptyInput) {
   for (const InputOption& option : inputOptions()) {
     SCOPED_TRACE(option.name);

@@ -3,6 +3,8 @@
 #include "model/Describe.h"
 #include "model/KernelRecord.h"
 #include "model/RandomKernels.h"
+#include "support/AllocationGauge.h"
+#include "support/Bytes.h"
 #include "support/FullStream.h"
 #include "support/HexBytes.h"
 #include "support/MemoryStream.h"
@@ -224,6 +226,37 @@ TEST(KernelBinary, ClearsTheRecordButItsHardwareVariablesBeforeReading) {
   KernelRecord expected = namedKernel();
   expected.setLogicLocation("r", 0, 3, 4);
   EXPECT_EQ(describe(kernel), describe(expected));
+}
+
+// A long last name lets a list or text of a damaged size stand out from what the file holds. Every
+// length and count is among the four bytes at some position.
+TEST(KernelBinary, NeverAsksForMoreMemoryThanTheFileHolds) {
+  KernelRecord record = fullKernel();
+  record.addBRAM(std::string(std::size_t{1} << 18U, 'A'));
+  const std::string intact = encode(record);
+  for (std::size_t at = 0; at < fullKernelBytes().size(); ++at) {
+    const auto rest = static_cast<std::uint32_t>(intact.size() - at - 4);
+    for (const std::uint32_t value : {rest - 1, rest, rest + 1, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+      const MemoryStream stream(std::string(intact).replace(at, 4, u32(value)));
+      const AllocationGauge gauge;
+      KernelRecord kernel;
+      ByteReader in(stream.get());
+      kernel.readBinary(in);
+      EXPECT_LE(gauge.largest(), intact.size()) << value << " at byte " << at;
+      EXPECT_LE(gauge.total(), 4 * intact.size()) << value << " at byte " << at;
+    }
+  }
+}
+
+TEST(KernelBinary, SkippingTakesABlockOfMemory) {
+  KernelRecord record = fullKernel();
+  record.addBRAM(std::string(std::size_t{1} << 20U, 'A'));
+  const MemoryStream stream(encode(record));
+  const AllocationGauge gauge;
+  ByteReader in(stream.get());
+  EXPECT_TRUE(KernelRecord::skipBinary(in));
+  EXPECT_EQ(in.remaining(), 0U);
+  EXPECT_LE(gauge.total(), 300'000U);
 }
 
 TEST(KernelBinary, ReadsNothingFromANullStream) {

@@ -1,7 +1,5 @@
 #include "model/PlainKernel.h"
 
-#include "support/PlainRecords.h"
-
 #include <algorithm>
 #include <cstdint>
 
@@ -56,16 +54,6 @@ PlainKernel::PlainKernel(const KernelRecord& kernel)
       hardwareVariables(kernel.hardwareVariables.begin(), kernel.hardwareVariables.end()),
       breakableConditions(kernel.breakableConditions.begin(), kernel.breakableConditions.end()),
       brams(kernel.brams) {}
-
-bool PlainKernel::readBinary(std::string_view bytes) {
-  PlainBytes in(bytes, 0);
-  try {
-    PlainRecordReader(in).readKernel(*this);
-    return true;
-  } catch (const ShortRead&) {
-    return false;
-  }
-}
 
 void mergePlainly(std::vector<PlainKernel>& kernels, const KernelRecord& incoming) {
   const auto known = std::find_if(kernels.begin(), kernels.end(), [&](const PlainKernel& kernel) {

@@ -3,7 +3,6 @@
 #include "model/KernelRecord.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace consolidator {
@@ -19,14 +18,8 @@ struct PlainKernel {
   std::vector<BreakableCondition> breakableConditions;
   std::vector<std::string> brams;
 
-  PlainKernel() = default;
-
   /// Copies all fields.
   explicit PlainKernel(const KernelRecord& kernel);
-
-  /// Reads the binary form value by value. Returns false, keeping what was read so far, when the
-  /// bytes end before the record does.
-  bool readBinary(std::string_view bytes);
 };
 
 /// Plain counterpart of mergeKernel(): every search goes through the whole list.

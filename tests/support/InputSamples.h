@@ -106,23 +106,4 @@ inline std::string containerSample() {
                     {SectionKind::ProjectName, "p"}});
 }
 
-/// Calls `visit(text, what)` with each damage of a text: first every cut, then the text with one
-/// bit of a byte flipped. Of a byte `bits` bits are flipped, each byte's beginning with another.
-template <typename Visit>
-void forEachDamage(std::string_view intact, unsigned bits, Visit visit) {
-  for (std::size_t size = 0; size < intact.size(); ++size) {
-    visit(intact.substr(0, size), "cut to " + std::to_string(size));
-  }
-  std::string damaged(intact);
-  for (std::size_t i = 0; i < damaged.size(); ++i) {
-    const char kept = damaged[i];
-    for (std::size_t bit = i; bit < i + bits; ++bit) {
-      damaged[i] = static_cast<char>(static_cast<unsigned char>(kept) ^ 1U << bit % 8);
-      visit(std::string_view(damaged),
-            "bit " + std::to_string(bit % 8) + " of byte " + std::to_string(i));
-    }
-    damaged[i] = kept;
-  }
-}
-
 }  // namespace consolidator

@@ -47,21 +47,13 @@ class PlainBytes {
   std::string_view bytes_;
 };
 
-/// Decodes kernel records field by field; throws ShortRead. Records are filled in place, so that
-/// what was read stays there then.
+/// Decodes kernel records field by field; throws ShortRead.
 class PlainRecordReader {
  public:
   explicit PlainRecordReader(PlainBytes& in) : in_(in) {}
 
   KernelRecord kernel() {
     KernelRecord kernel;
-    readKernel(kernel);
-    return kernel;
-  }
-
-  /// Reads a KernelRecord, or what has the same fields in vectors.
-  template <typename Kernel>
-  void readKernel(Kernel& kernel) {
     kernel.name = in_.text();
     readList(kernel.instancePaths);
     kernel.type = static_cast<KernelType>(in_.number());
@@ -70,6 +62,7 @@ class PlainRecordReader {
     readList(kernel.hardwareVariables);
     readList(kernel.breakableConditions);
     readList(kernel.brams);
+    return kernel;
   }
 
  private:
@@ -80,11 +73,6 @@ class PlainRecordReader {
 
   void readList(std::vector<std::string>& list) {
     repeat(in_.number(), [&] { list.push_back(in_.text()); });
-  }
-
-  template <typename T>
-  void readList(std::vector<T>& list) {
-    repeat(in_.number(), [&] { read(list.emplace_back()); });
   }
 
   template <typename T, typename KeyOf>

@@ -1,0 +1,43 @@
+# Completion of consolidator-inspect(1) for fish. Consolidated files stand before all others.
+
+# Whether one of these commands is on the command line.
+function __consolidator_inspect_is
+    __fish_seen_subcommand_from $argv
+end
+
+# Whether the next operand of a command is the one of this number.
+function __consolidator_inspect_next -a command number
+    set -l words (commandline -opc)
+    test "$words[2]" = $command; or return 1
+    set -l count 1
+    for i in (seq 3 (count $words))
+        string match -q -- '-*' $words[$i]; and continue
+        contains -- $words[(math $i - 1)] -o --output; or set count (math $count + 1)
+    end
+    test $count = $number
+end
+
+set -l commands show json extract find verify diff
+complete -c consolidator-inspect -f
+complete -c consolidator-inspect -n __fish_use_subcommand -a show -d 'Show what is in a file'
+complete -c consolidator-inspect -n __fish_use_subcommand -a json -d 'Write what is in a file as strict JSON'
+complete -c consolidator-inspect -n __fish_use_subcommand -a extract -d 'Write the bytes of one section'
+complete -c consolidator-inspect -n __fish_use_subcommand -a find -d 'Find a variable, register, kernel or location'
+complete -c consolidator-inspect -n __fish_use_subcommand -a verify -d 'Check whether files are sound'
+complete -c consolidator-inspect -n __fish_use_subcommand -a diff -d 'Tell how two files differ'
+complete -c consolidator-inspect -n __fish_use_subcommand -l version -d 'Show the version'
+complete -c consolidator-inspect -l help -d 'Show the options'
+complete -c consolidator-inspect -n "__consolidator_inspect_is $commands; and not __consolidator_inspect_next extract 2; and not __consolidator_inspect_next find 2" -k -a '(__fish_complete_suffix .consolidated)'
+complete -c consolidator-inspect -n '__consolidator_inspect_next extract 2' -a 'project dwarf json records'
+complete -c consolidator-inspect -n '__consolidator_inspect_is show' -l kernel -x -d 'Show a kernel of this name in full'
+complete -c consolidator-inspect -n '__consolidator_inspect_is json' -l pretty -d 'One value per line'
+complete -c consolidator-inspect -n '__consolidator_inspect_is extract' -s o -l output -r -F -d 'Where to write'
+complete -c consolidator-inspect -n '__consolidator_inspect_is find verify diff' -l format -x -a 'text json' -d 'For people or for programs'
+complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l notes -d 'List notes, too'
+complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l all -d 'List all findings'
+complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l strict -d 'Count warnings as errors'
+complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l require -x -a 'kernels instances dwarf locations project=' -d 'What must not be missing'
+complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l quiet -d 'Print nothing'
+complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l exact -d 'Compare the texts of conditions'
+complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l sections -d 'Compare the sections, too'
+complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l stat -d 'Write the summary alone'
