@@ -2,6 +2,7 @@
 
 #include "inspect/Command.h"
 #include "inspect/DiffCommand.h"
+#include "inspect/ExplainCommand.h"
 #include "inspect/ExtractCommand.h"
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
@@ -42,6 +43,7 @@ constexpr std::array commands = {
     CommandEntry{"extract", "write the bytes of one section", make<ExtractCommand>},
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
+    CommandEntry{"explain", "say what a run of consolidator would do", make<ExplainCommand>},
 };
 
 std::string helpText() {
