@@ -46,8 +46,7 @@ void DwarfSource::readSection(std::FILE* in, const SectionEntry& entry) {
   size_ = entry.size;
 }
 
-std::optional<std::uint32_t> DwarfSource::openFile(const std::string& path,
-                                                   RunObserver* observer) {
+std::optional<std::uint32_t> DwarfSource::openFile(const std::string& path, RunObserver* observer) {
   if (observer != nullptr && observer->isEmptied(path)) return std::nullopt;
   StdioFile file = openStdioFile(path, "r");
   if (observer != nullptr && !file) observer->onSkipped(errno);
@@ -65,7 +64,8 @@ bool DwarfSource::isSameAs(const std::string& path) const {
   ByteReader reader(file.get());
   if (file == nullptr || reader.remaining() != size_) return false;
   const auto bytes = std::make_unique_for_overwrite<char[]>(size_);
-  return reader.readBytes(bytes.get(), size_) && std::equal(bytes.get(), bytes.get() + size_, bytes_.get());
+  return reader.readBytes(bytes.get(), size_) &&
+         std::equal(bytes.get(), bytes.get() + size_, bytes_.get());
 }
 
 std::uint32_t DwarfSource::write(std::FILE* out, std::uint32_t size) const {

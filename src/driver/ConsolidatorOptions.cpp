@@ -34,8 +34,7 @@ void takeIfGiven(const po::variables_map& given, const char* name, Value& value)
 
 }  // namespace
 
-ConsolidatorOptions::ConsolidatorOptions()
-    : options_description("Consolidator options") {
+ConsolidatorOptions::ConsolidatorOptions() : options_description("Consolidator options") {
   const auto text = [] { return po::value<std::string>(); };
   const auto texts = [] { return po::value<Texts>(); };
   add_options()  //

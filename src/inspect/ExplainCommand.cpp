@@ -35,8 +35,9 @@ void ExplainCommand::declare(CLI::App& app) {
                "text; with \"=nothing\" also for inputs that give nothing")
       ->check(CLI::IsMember({strictAlone, strictNothing}));
   app.allow_extras();
-  app.footer("After \"--\" stand the options of consolidator:\n"
-             "  consolidator-inspect explain [OPTIONS] -- -f FILE -k kernel.xml ...");
+  app.footer(
+      "After \"--\" stand the options of consolidator:\n"
+      "  consolidator-inspect explain [OPTIONS] -- -f FILE -k kernel.xml ...");
   app.callback([this, &app] { words_ = toolWords(app); });
 }
 

@@ -17,12 +17,16 @@ constexpr std::size_t mostGiven = 100'000;  // entries of one input
 constexpr std::size_t mostLosses = 100;     // of one code
 
 std::string_view nameOf(Item item) {
-  constexpr std::array<std::string_view, 10> names{
-      "kernel",        "type",
-      "instance_path", "argument",
-      "variable",      "instance_bits",
-      "hardware_variable", "logic_location",
-      "breakable_condition", "bram"};
+  constexpr std::array<std::string_view, 10> names{"kernel",
+                                                   "type",
+                                                   "instance_path",
+                                                   "argument",
+                                                   "variable",
+                                                   "instance_bits",
+                                                   "hardware_variable",
+                                                   "logic_location",
+                                                   "breakable_condition",
+                                                   "bram"};
   return names[static_cast<std::size_t>(item)];
 }
 
@@ -72,7 +76,8 @@ void ExplainObserver::onInputEnd(const InputExtent& extent) {
     input().gave.push_back({std::nullopt, "dwarf", std::nullopt, 1, std::nullopt});
   }
   if (input().kind == InputKind::LogicLocations && doubtful_) input().doubtful = doubtful_->take();
-  if (!isDecided_) input().outcome = input().gave.empty() ? InputOutcome::Nothing : InputOutcome::Used;
+  if (!isDecided_)
+    input().outcome = input().gave.empty() ? InputOutcome::Nothing : InputOutcome::Used;
 }
 
 void ExplainObserver::onSkipped(int error) {
@@ -81,8 +86,8 @@ void ExplainObserver::onSkipped(int error) {
 
 void ExplainObserver::onRefused(std::string_view reason, const InputPlace& place) {
   if (place.line > 0) input().line = place.line;
-  end(InputOutcome::Refused, place.column > 0 ? fmt::format("{}, column {}", reason, place.column)
-                                         : std::string(reason));
+  end(InputOutcome::Refused,
+      place.column > 0 ? fmt::format("{}, column {}", reason, place.column) : std::string(reason));
 }
 
 void ExplainObserver::onUnread(std::string_view reason) {
@@ -181,9 +186,8 @@ void ExplainObserver::onSavedSection(std::uint32_t kind, std::uint64_t offset, s
                                      bool isWritten) {
   explanation_.after.push_back(sectionAt(explanation_.after.size(), kind, offset, size));
   if (isWritten) return;
-  onLoss("section-unwritten",
-         fmt::format("section {} begins at 2 GiB or beyond and is not written",
-                     explanation_.after.size() - 1));
+  onLoss("section-unwritten", fmt::format("section {} begins at 2 GiB or beyond and is not written",
+                                          explanation_.after.size() - 1));
 }
 
 }  // namespace consolidator::inspect

@@ -64,8 +64,8 @@ std::string linesOf(const IgnoredLines& lines) {
 }
 
 void writeInput(TextWriter& out, const ExplainedInput& input) {
-  std::string head = fmt::format("{} ({}): {}", plain(input.path), nameOf(input.kind),
-                                 nameOf(input.outcome));
+  std::string head =
+      fmt::format("{} ({}): {}", plain(input.path), nameOf(input.kind), nameOf(input.outcome));
   if (input.reason) head += fmt::format(": {}", plain(*input.reason));
   if (input.line) head += fmt::format(" (line {})", *input.line);
   out.line("{}", head);
@@ -93,8 +93,7 @@ void writeSections(TextWriter& out, std::string_view title,
                    const std::vector<consolidated::Section>& sections) {
   out.line("{}: {}", title, sections.empty() ? "none" : "");
   writeFirst(out, sections, [&](const consolidated::Section& section) {
-    out.line("  {} at 0x{:X}, {} bytes",
-             spaced(nameOf(section.kind)), section.offset,
+    out.line("  {} at 0x{:X}, {} bytes", spaced(nameOf(section.kind)), section.offset,
              section.size);
   });
 }

@@ -9,8 +9,10 @@
 
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <sstream>
+#include <system_error>
 
 namespace consolidator::inspect {
 
@@ -88,6 +90,15 @@ std::string reasonUnread(const Explanation& explanation, const ConsolidatorOptio
   return "the run dumps a section";
 }
 
+// The file is emptied when it is opened for the dump, before it is read.
+bool dumpsOverItself(const ConsolidatorOptions& options) {
+  const std::string& dump =
+      options.dumpDwarfPath().empty() ? options.dumpJsonPath() : options.dumpDwarfPath();
+  std::error_code error;
+  return std::filesystem::is_regular_file(dump, error) &&
+         std::filesystem::equivalent(dump, options.consolidatedFilePath(), error);
+}
+
 // Runs with options that were understood.
 void run(Explanation& explanation, const ConsolidatorOptions& options) {
   Progress progress;
@@ -100,6 +111,10 @@ void run(Explanation& explanation, const ConsolidatorOptions& options) {
   explanation.err = files.dumpedErr();
   // A dump saves nothing, even one without a name that reads inputs.
   if (options.dumpRequested() || !files.isOpened()) explanation.after = explanation.before;
+  if (explanation.status == 0 && options.dumpRequested() && dumpsOverItself(options)) {
+    explanation.after.clear();
+    observer.onLoss("dump-over-file", "the dump empties the file that it is to read");
+  }
   if (explanation.inputs.empty()) {
     addUnreadInputs(explanation, options, reasonUnread(explanation, options));
   } else {

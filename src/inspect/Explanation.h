@@ -77,7 +77,8 @@ struct Explanation {
   int status = 0;
   std::string out;  ///< what it prints on standard output
   std::string err;  ///< and on standard error
-  bool isUsage = false;  ///< whether it answers with its usage, an error of the command line included
+  bool isUsage =
+      false;  ///< whether it answers with its usage, an error of the command line included
   std::vector<ExplainedInput> inputs;
   std::vector<NeverFound> neverFound;
   bool isNeverFoundLimited = false;  ///< whether there are more than are listed

@@ -41,7 +41,7 @@ class MissingNets {
   InstanceNets& nets_;
   EditDistance distance_;
   std::uint64_t looked_ = 0;  // at how many registers
-  std::vector<Name> names_;  // of the last instance
+  std::vector<Name> names_;   // of the last instance
   std::optional<std::size_t> namedPath_;
 };
 

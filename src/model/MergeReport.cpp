@@ -38,9 +38,9 @@ class GivenTeller {
 };
 
 std::uint64_t countBits(const VariableList& list) {
-  return static_cast<std::uint64_t>(std::count_if(
-      list.begin(), list.end(),
-      [](const VariableRecord& variable) { return !variable.instanceBits.empty(); }));
+  return static_cast<std::uint64_t>(
+      std::count_if(list.begin(), list.end(),
+                    [](const VariableRecord& variable) { return !variable.instanceBits.empty(); }));
 }
 
 }  // namespace

@@ -98,7 +98,8 @@ void HierarchyFile::observeType(std::string_view word) {
 }
 
 void HierarchyFile::observeHeader(std::string_view header) {
-  if (header.back() != ':') ignore("the last character of a kernel's name, which is no \":\"", header);
+  if (header.back() != ':')
+    ignore("the last character of a kernel's name, which is no \":\"", header);
   if (header.size() == 1) ignore("a kernel without a name", header);
   if (anyKernel_ && kernels_.back().name.empty()) {
     ignore("a kernel without a name, whose content goes to the next one", header);

@@ -45,7 +45,8 @@ class NetBit {
   /// Whether what stands in the brackets, if there are any, is a number and nothing else.
   bool hasPlainIndex() const {
     return indexText_.data() == nullptr ||
-           (!indexText_.empty() && indexText_.find_first_not_of("0123456789") == indexText_.size() - 1);
+           (!indexText_.empty() &&
+            indexText_.find_first_not_of("0123456789") == indexText_.size() - 1);
   }
 
  private:
