@@ -47,7 +47,7 @@ struct ContestResult {
   bool withinGoals = false;
 };
 
-/// Takes `samples` samples (at least 1) of each side by turns. Nothing when a run fails, for which
+/// Takes `samples` samples (at least 1) of each side in turn. Nothing when a run fails, for which
 /// there is a message on standard error.
 std::optional<ContestResult> measureContest(const ProcessRunner& runner, const Contest& contest,
                                             int samples);

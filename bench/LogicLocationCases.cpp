@@ -27,7 +27,7 @@ constexpr double buildGoal = 8;
 // What a run may take beyond the memory that its result needs.
 constexpr std::uint64_t searchAllowance = std::uint64_t{16} * 1024 * 1024;
 
-// The inputs of a run: options, each with its file behind it. The logic locations come last.
+// The inputs of a run: options, each followed by its file. The logic locations come last.
 using Inputs = std::vector<std::string>;
 
 Inputs writeInputs(const Workbench& bench, const std::string& name,

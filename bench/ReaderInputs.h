@@ -10,7 +10,7 @@ namespace consolidator {
 // show.
 
 /// Writes an auxiliary XML file, at least `size` bytes long, whose lines all have an argument and
-/// take about 175 bytes. There are `names` different names of arguments, which come by turns.
+/// take about 175 bytes. There are `names` different names of arguments, used in rotation.
 void writeAuxiliaryFileOfSize(const std::string& path, std::uint32_t names, std::uint64_t size);
 
 /// Writes an auxiliary XML file of arguments with different names.

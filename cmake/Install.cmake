@@ -38,7 +38,7 @@ endfunction()
 
 foreach(section IN ITEMS 1 5)
   file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS docs/man/*.${section})
-  list(FILTER pages EXCLUDE REGEX consolidator-inspect)
+  list(FILTER pages EXCLUDE REGEX "/consolidator-inspect\\.")
   foreach(page IN LISTS pages)
     cmake_path(GET page FILENAME name)
     consolidator_compress(${page} ${PROJECT_BINARY_DIR}/install/${name})
@@ -47,19 +47,26 @@ foreach(section IN ITEMS 1 5)
   endforeach()
 endforeach()
 
-install(FILES completions/consolidator.bash
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME consolidator)
-# Debian's zsh looks for completions of packages elsewhere than for those below /usr/local. Which of
-# the two this is can change until it is installed.
-install(
-  CODE "set(folder site-functions)
+# consolidator_install_completions(<program>)
+#
+# What the three shells complete its command lines with, as part of the component of its name.
+function(consolidator_install_completions program)
+  install(FILES completions/${program}.bash RENAME ${program}
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT ${program})
+  # Debian's zsh looks for completions of packages elsewhere than for those below /usr/local. Which of
+  # the two this is can change until it is installed.
+  install(
+    CODE "set(folder site-functions)
 if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
   set(folder vendor-completions)
 endif()
-file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_consolidator\" TYPE FILE
-     DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${folder}\")")
-install(FILES completions/consolidator.fish
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_${program}\" TYPE FILE
+     DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${folder}\")"
+    COMPONENT ${program})
+  install(FILES completions/${program}.fish COMPONENT ${program}
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endfunction()
+consolidator_install_completions(consolidator)
 
 consolidator_compress(CHANGELOG.md ${PROJECT_BINARY_DIR}/install/changelog)
 install(FILES ${PROJECT_BINARY_DIR}/install/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})

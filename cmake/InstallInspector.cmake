@@ -3,6 +3,11 @@
 install(TARGETS consolidator-inspect COMPONENT consolidator-inspect)
 install(DIRECTORY share/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator
         COMPONENT consolidator-inspect)
+consolidator_install_completions(consolidator-inspect)
+consolidator_compress(docs/man/consolidator-inspect.1
+                      ${PROJECT_BINARY_DIR}/install/consolidator-inspect.1)
+install(FILES ${PROJECT_BINARY_DIR}/install/consolidator-inspect.1.gz
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT consolidator-inspect)
 
 # It holds the libraries that it is made with, whose terms ask for being passed on.
 set(INSPECTOR_NOTICES "")

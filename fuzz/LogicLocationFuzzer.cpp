@@ -2,7 +2,7 @@
 // register on every line, in memory as well as from a pipe that hands it out in pieces.
 //
 // An input is the file, or a description of kernels, a byte 1 and the file. The description is made
-// of words: K starts a kernel, P, A, V and H with a text behind them add an instance path, an
+// of words: K starts a kernel, P, A, V and H with a text after them add an instance path, an
 // argument or a variable with that register, or a hardware variable.
 
 #include "../tests/support/PlainLogicLocations.h"
@@ -36,7 +36,7 @@ void describeKernel(KernelRecord& kernel, const std::string& word) {
   }
 }
 
-// The kernels of a description, behind two that are always there.
+// The kernels of a description, after two that are always there.
 KernelList kernelsOf(const std::string& description) {
   KernelList kernels;
   std::istringstream words("P/top/u0 P/top/u1 Aacc Vdone K P/top P Vacc V K " + description + " K");

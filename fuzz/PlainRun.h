@@ -98,7 +98,7 @@ class PlainRun {
     file_.dwarf = dwarf.text;
   }
 
-  // Without a file of logic locations, the kernels are merged with what they are, deliberately.
+  // Odd, but to be kept: a missing file of logic locations merges the kernels with themselves.
   void addInput(const RunFile& file) {
     if (file.place == RunFile::Place::Missing && file.option != 'l') return;
     for (const KernelRecord& kernel : recordsOf(file)) mergeKernel(kernels_, kernel);

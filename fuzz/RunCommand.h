@@ -41,8 +41,8 @@ struct RunFile {
 ///     n               the consolidated file lies in a folder that does not exist
 ///
 /// The text "?" stands for a missing file, "=" for the consolidated file itself. Of an option that
-/// is not repeatable the last part counts, letters of no meaning are passed over, and so are files
-/// beyond the eighth.
+/// is not repeatable the last part counts; letters without a meaning and files beyond the eighth
+/// are ignored.
 class RunCommand {
  public:
   static constexpr std::size_t mostFiles = 8;

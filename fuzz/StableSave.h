@@ -37,8 +37,8 @@ inline bool isLasting(const PlainContainer& container) {
          !hasSeveral(container, SectionKind::KernelRecords);
 }
 
-/// Whether the records of a container are written as they are when all is done: a JSON text behind
-/// them prepares their conditions once more.
+/// Whether the records of a container are written in their final form: a JSON text after them
+/// prepares their conditions once more.
 inline bool writesRecordsLast(const PlainContainer& container) {
   const auto isJson = [](const SectionEntry& entry) { return entry.kind == SectionKind::Json; };
   const auto records = std::find_if(
@@ -69,7 +69,7 @@ inline void requireStable(std::string_view firstBytes, std::string_view secondBy
   require(first.projectName == second.projectName, "saving again keeps the project");
   require(first.dwarf == second.dwarf, "saving again keeps the DWARF bytes");
   require(withoutConditionTexts(first.kernels) == withoutConditionTexts(second.kernels),
-          "saving again keeps the kernels but for the texts of their conditions");
+          "saving again keeps the kernels except the texts of their conditions");
   require(
       std::equal(first.table.begin(), first.table.end(), second.table.begin(), second.table.end(),
                  [](const SectionEntry& a, const SectionEntry& b) { return a.kind == b.kind; }),

@@ -13,14 +13,14 @@ inline std::uint32_t u32At(const char* place) noexcept {
   return byte(0) | byte(1) << 8U | byte(2) << 16U | byte(3) << 24U;
 }
 
-/// Reads numbers and runs of bytes one after another, never beyond the end. What the views of this
-/// library are made with; programs have no use for it.
+/// Reads numbers and runs of bytes one after another, never beyond the end. The views of this
+/// library are made with it; programs have no use for it.
 ///
-/// After a read that failed, the cursor knows the count or length that asked for too much; further
-/// reads mean nothing.
+/// After a failed read, the cursor knows the count or length that asked for too much; further reads
+/// mean nothing.
 class Cursor {
  public:
-  /// Greatest length of a text and number of locations: what a file says beyond it stands for this.
+  /// Greatest length of a text and number of locations; a greater one in a file stands for it.
   static constexpr std::uint32_t largestSize = 0xFFFFFFFEU;
 
   Cursor() = default;
@@ -35,7 +35,7 @@ class Cursor {
 
   std::uint64_t remaining() const noexcept { return bytes_.size() - position_; }
 
-  /// Reads a number; it is left as it is where fewer than 4 bytes are left.
+  /// Reads a number. Returns false, and leaves it unchanged, if fewer than 4 bytes are left.
   bool readU32(std::uint32_t& value) noexcept {
     if (remaining() < sizeof value) return false;
     value = u32At(bytes_.data() + position_);
@@ -43,7 +43,7 @@ class Cursor {
     return true;
   }
 
-  /// Reads a number and so many elements of `width` bytes, which are not looked at.
+  /// Reads a number and that many elements of `width` bytes, which are not looked at.
   bool readRun(std::uint32_t& count, std::string_view& run, std::uint32_t width) noexcept {
     const std::uint64_t start = position_;
     if (!readU32(count)) return false;
@@ -55,7 +55,7 @@ class Cursor {
     return true;
   }
 
-  /// Notes the place of the number that asks for too much, unless one further in is known. Returns
+  /// Notes the place of the number that asks for too much, unless an inner one is known. Returns
   /// false.
   bool failAt(std::uint64_t place) noexcept {
     if (failure_ == nowhere) failure_ = place;

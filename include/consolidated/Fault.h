@@ -24,7 +24,7 @@ enum class FaultCode : std::uint32_t {
 struct Fault {
   FaultCode code = FaultCode::CannotOpen;
 
-  /// Position in the table of the section concerned; none where it concerns no single one.
+  /// Position in the table of the section concerned; none if it does not concern a single one.
   std::optional<std::uint32_t> section;
 
   /// Where, in bytes from the start of the file: of `ShortTable` the first entry that is not whole;
@@ -45,7 +45,7 @@ struct Fault {
   [[gnu::visibility("default")]] const char* name() const noexcept;
 };
 
-/// A value, or the fault that is there in its stead.
+/// A value, or the fault that explains why there is none.
 template <typename T>
 class Result {
  public:

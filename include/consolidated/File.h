@@ -12,14 +12,13 @@
 
 namespace consolidated {
 
-/// How the bytes of a file are had.
+/// How the bytes of a file are obtained.
 enum class Access {
-  /// Mapped into memory: nothing is read but what is looked at, so that a file of any size opens at
-  /// once and takes no memory of its own. Should another process make the file shorter meanwhile,
-  /// the system ends this one with SIGBUS when it looks at what is gone, unless it has a handler
-  /// for
-  /// that. This library sets none; a handler may map zeros over the page, since nothing here relies
-  /// on bytes that it saw before. What cannot be mapped, such as a pipe, is read.
+  /// Mapped into memory: only what is looked at is read, so a file of any size opens at once and
+  /// takes no memory of its own. If another process makes the file shorter, the system ends this
+  /// one with SIGBUS when it looks at what is gone, unless it has a handler for that. This library
+  /// sets none; a handler may map zeros over the page, since nothing here relies on bytes that it
+  /// saw before. What cannot be mapped, such as a pipe, is read.
   Mapped,
 
   /// Read into memory, all of it: for pipes, and for files that may change.
@@ -28,12 +27,12 @@ enum class Access {
 
 /// A consolidated file that is open for reading: its header, its table, and views of what it holds.
 ///
-/// Opening looks at the header and at nothing else. Everything but `open` and its like is const and
-/// free of state, so that any number of threads may use one file at a time. Views refer to the
-/// bytes and hold as long as the file is open, also when the object is moved.
+/// Opening looks at the header only. An open file is const and keeps no state, so any number of
+/// threads may use it at a time. Views refer to the bytes and hold as long as the file is open,
+/// even if the object is moved.
 ///
-/// What is told of project and kernels is what `consolidator` itself reads when it adds to the
-/// file: section by section in the order of the table, up to the first fault.
+/// Project and kernels are what `consolidator` itself reads when it adds to the file: section by
+/// section in the order of the table, up to the first fault.
 class File {
  public:
   /// Opens the file of this name. Waits where the system does, such as for the other end of a pipe.
@@ -74,16 +73,16 @@ class File {
   [[gnu::visibility("default")]] std::optional<Text> bytesOf(const Section& section) const noexcept;
 
   /// The bytes of the first section of that kind, as `consolidator` dumps them, whatever is wrong
-  /// elsewhere; none where there is no such section, or not all of its bytes. Takes a time that
-  /// grows with the number of sections before it.
+  /// elsewhere; none where there is no such section or not all of its bytes. The time grows with
+  /// the number of sections before it.
   [[gnu::visibility("default")]] std::optional<Text> firstOf(SectionKind kind) const noexcept;
 
   std::optional<Text> dwarf() const noexcept { return firstOf(SectionKind::Dwarf); }
 
   std::optional<Text> json() const noexcept { return firstOf(SectionKind::Json); }
 
-  /// The project's name: that of the last such section before the first fault; none where there is
-  /// none. Walks the kernel records that stand before that section in the table, if any do.
+  /// The project's name: that of the last such section before the first fault, or none. Walks the
+  /// kernel records that come before that section in the table.
   [[gnu::visibility("default")]] std::optional<Text> project() const noexcept;
 
   /// All kernels up to the first fault, in all sections of kernel records.

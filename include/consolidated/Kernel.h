@@ -20,9 +20,9 @@ enum class KernelType : std::uint32_t { OpenCL = 0, C = 1, RTL = 2, Unknown = 3,
 /// How sure it is that a register belongs to a variable of a kernel in one of its instances.
 enum class Belonging {
   None,      ///< it does not
-  Doubtful,  ///< it bears the variable's name, and the instance path is a part of its own, but
-             ///< maybe by chance, as "/t/k_1" is one of "/t/k_10/i_r"
-  Certain,   ///< the instance path ends in it where a name ends
+  Doubtful,  ///< it has the variable's name, and its own name contains the instance path, but maybe
+             ///< by chance, as "/t/k_10/i_r" contains "/t/k_1"
+  Certain,   ///< the same, and a "/" follows the path there
 };
 
 /// Whether a hardware variable holds a variable (or argument) in the instance of that path; all
@@ -61,7 +61,7 @@ class Kernel {
   List<Text> brams() const noexcept { return listAt<Text>(brams_); }
 
   /// What a debugger appends to each instance path: "/U0" if the type of an argument contains
-  /// "float" or "double", else "/inst". Takes a time that grows with the arguments.
+  /// "float" or "double", else "/inst". The time grows with the number of arguments.
   [[gnu::visibility("default")]] std::string_view instanceSuffix() const noexcept;
 
   /// Where its record begins and ends, in bytes from the start of the file.

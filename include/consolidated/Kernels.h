@@ -13,9 +13,9 @@
 
 namespace consolidated {
 
-/// Goes forward over kernels, as often as wanted. A kernel has no length: each step reads the next
-/// record as a whole, without the bits of its variables and registers, and checks that all of it is
-/// there. It yields values, which is why C++17 counts it among the input iterators.
+/// Goes forward over kernels, as often as wanted. Records do not state their lengths: each step
+/// reads the whole next record, except the bits of its variables and registers, and checks that all
+/// of it is there. It yields values, which is why C++17 counts it among the input iterators.
 class KernelIterator {
  public:
   using iterator_concept = std::forward_iterator_tag;
@@ -78,7 +78,7 @@ class KernelIterator {
   std::optional<Fault> fault_;
 };
 
-/// Kernels in the order of the file: a range that reads them when it is gone over, anew each time.
+/// Kernels in the order of the file: a range that reads them again each time it is iterated over.
 class Kernels {
  public:
   using value_type = Kernel;

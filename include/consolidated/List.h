@@ -51,7 +51,7 @@ struct Decoder {
 /// A list of a kernel record: a view that decodes its elements, which have different lengths, one
 /// after another. All of them were found to be there before the list was handed out.
 ///
-/// Should the bytes change later, since another process writes to a mapped file, the elements mean
+/// If the bytes change later, because another process writes to a mapped file, the elements mean
 /// nothing, and there may be fewer of them; no byte outside the file is read.
 template <typename T>
 class List {
@@ -139,7 +139,7 @@ class List<T>::Iterator {
 namespace detail {
 
 /// Reads a list whose elements have at least `leastSize` bytes and, so that its end is known, all
-/// of these. A count that stands for more bytes than there are is not tried out.
+/// its elements. A count that needs more bytes than there are fails at once.
 template <typename T>
 bool readList(Cursor& in, List<T>& list, std::uint32_t leastSize,
               std::uint32_t largestCount = 0xFFFFFFFFU) noexcept {

@@ -10,7 +10,7 @@
 
 namespace consolidated {
 
-/// What a section holds. Files may hold other numbers, at which the reading ends.
+/// What a section holds. Files may hold other numbers, at which reading ends.
 enum class SectionKind : std::uint32_t {
   ProjectName = 0,    ///< the name, without terminator
   Dwarf = 1,          ///< the DWARF file, byte for byte

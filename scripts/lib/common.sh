@@ -85,8 +85,8 @@ missingNpmPackages() {
         paste --serial --delimiters=' '
 }
 
-# Installs them, from the registry that npm is set up with. Without one, the tests that need them
-# say so.
+# Installs them from the registry that npm is set up with. Without one, the tests that need them say
+# so.
 installMissingNpmPackages() {
     local missing
     missing=$(missingNpmPackages)
@@ -117,7 +117,7 @@ build() {
 }
 
 # Packs a built preset as a Debian package into a folder. What is packed bears the date of the
-# package's last change, so that the same sources always give the same package.
+# package's last change, so the same sources always give the same package.
 pack() (
     umask 022 # modes of the parts of the package file
     SOURCE_DATE_EPOCH=$(dpkg-parsechangelog --file packaging/changelog.Debian --show-field Timestamp)

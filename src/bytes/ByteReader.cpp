@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t readBlockSize = std::size_t{256} * 1024;
 
-// A file may have very many sections of a few bytes each, which must not cost a block each: who
-// reads on gets whole blocks.
+// A file may have very many sections of a few bytes each, which must not cost a block each. Further
+// reads take whole blocks.
 constexpr std::size_t firstReadSize = std::size_t{4} * 1024;
 
 std::uint64_t bytesUpToEnd(std::FILE* stream) {
@@ -42,7 +42,7 @@ bool ByteReader::readTextBeyondBlock(std::string& text, std::uint32_t size) {
   return true;
 }
 
-// Pseudo files may hold less than their size says, so the last byte is read.
+// Reads the last byte, since pseudo files may hold less than their size says.
 bool ByteReader::skipBeyondBlock(std::uint64_t size) {
   if (remaining() < size) return fail();
   const std::uint64_t unseen = size - (end_ - position_) - 1;

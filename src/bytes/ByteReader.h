@@ -14,12 +14,12 @@
 namespace consolidator {
 
 /// Bounds-checked, forward-only reader of little-endian data on a stdio stream, from the stream's
-/// position at construction up to its end. It reads ahead in large blocks, so the stream's own
+/// position at construction to its end. It reads ahead in large blocks, so the stream's own
 /// position means nothing until the caller seeks again.
 ///
-/// Every read either delivers all of its bytes or fails; after a failure all further reads fail.
-/// Lengths are checked against the rest of the stream before memory is asked for. A null stream,
-/// or one that cannot seek, has no bytes.
+/// A read delivers all of its bytes or fails; after a failure all further reads fail. Lengths are
+/// checked against the rest of the stream before memory is asked for. A null stream, or one that
+/// cannot seek, has no bytes.
 class ByteReader {
  public:
   explicit ByteReader(std::FILE* stream);

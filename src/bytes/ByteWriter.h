@@ -49,17 +49,17 @@ class ByteWriter {
   /// Hands the block to the stream. Returns whether the stream took every byte so far.
   bool flush();
 
-  /// Number of bytes that the stream took so far, those that wait in the block included.
+  /// Number of bytes that the stream took so far, including those that wait in the block.
   std::uint64_t accepted() const { return accepted_ + used_; }
 
-  /// How many more these are than the `before` of an earlier time: none where the stream failed
-  /// since and took fewer bytes than waited for it then.
+  /// How many were accepted since accepted() returned `before`; none where the stream failed since
+  /// and took fewer bytes than waited for it then.
   std::uint64_t acceptedSince(std::uint64_t before) const {
     return accepted() - std::min(before, accepted());
   }
 
  private:
-  // As the host holds them: the format is little-endian, and so is every supported host.
+  // The bytes as the host holds them: every supported host is little-endian, as the format is.
   static std::string_view bytesOf(const std::uint32_t& value) {
     return {reinterpret_cast<const char*>(&value), sizeof value};
   }

@@ -26,7 +26,7 @@ namespace consolidator {
 namespace {
 
 // Reads the number of records at the stream's position and calls `readRecord(in)` for each of them
-// as long as it returns true; the result is the last one.
+// until it returns false. Returns whether all of them could be read.
 template <typename ReadRecord>
 bool forEachRecord(std::FILE* stream, ReadRecord readRecord) {
   ByteReader in(stream);
@@ -38,7 +38,8 @@ bool forEachRecord(std::FILE* stream, ReadRecord readRecord) {
   return true;
 }
 
-// Goes through lists of records without keeping any, once through one that many entries share.
+// Goes through lists of records without keeping any, and only once through one that many entries
+// share.
 class RecordSkipper {
  public:
   bool operator()(std::FILE* stream) {
@@ -65,7 +66,7 @@ void addObservedInput(ConsolidatedFile& file, InputFile& reader, InputKind kind,
   if (observer != nullptr) observer->onInputEnd(reader.extent());
 }
 
-// Constructs a reader on the file, with what else it needs, and adds what it reads.
+// Constructs a reader on the file and adds what it reads.
 template <typename Reader, InputKind kind, typename... Known>
 void addFile(ConsolidatedFile& file, const std::string& path, const Known&... known) {
   Reader reader(path.c_str(), known...);
@@ -114,8 +115,8 @@ bool ConsolidatedFile::readExisting(const std::string& path) {
   return isWhole;
 }
 
-// A dump needs the table, its sizes clamped, and the project's name. What comes before the last of
-// these is gone through all the same, since the reading ends at the first section that is damaged.
+// A dump needs the table, its sizes clamped, and the project's name. Sections before the last of
+// these must still be checked, since reading ends at the first damaged one.
 void ConsolidatedFile::readForDump(const std::string& path) {
   const StdioFile in = openStdioFileAtOnce(path, "r");
   if (!in || !readHeader(in.get()) || !readTable(in.get())) return;
@@ -127,8 +128,8 @@ void ConsolidatedFile::readForDump(const std::string& path) {
   if (auto name = visit.readProjectName()) projectName_ = std::move(*name);
 }
 
-// A file that is too short overwrites just the bytes it has. Whatever comes is kept: the versions
-// are what the caller checks, and even a foreign magic is written back.
+// A file that is too short overwrites only the bytes it has. Whatever was read is kept: the caller
+// checks the versions, and even a foreign magic is written back.
 bool ConsolidatedFile::readHeader(std::FILE* in) {
   if (!awaitBytes(in)) return false;
   FileHeader::Bytes bytes = header_.encode();
@@ -167,7 +168,7 @@ bool ConsolidatedFile::readKernelRecords(std::FILE* in) {
 
 void ConsolidatedFile::setProject(const std::string& name) {
   if (name.empty()) return;
-  // One more entry for every run that names the project: files grow by it, deliberately.
+  // Odd, but to be kept: files grow by an entry with every run that names the project.
   table_.push_back({SectionKind::ProjectName, 0, static_cast<std::uint32_t>(name.size())});
   projectName_ = name;
 }
@@ -219,8 +220,8 @@ void ConsolidatedFile::addAuxiliary(const std::string& path) {
   addFile<AuxiliaryXMLFile, InputKind::Auxiliary>(*this, path);
 }
 
-// A file that cannot be opened merges the copies unchanged, deliberately. It shows where two stored
-// kernels have the same name: the first one takes what it lacks from the other.
+// Odd, but to be kept: a file that cannot be opened merges the copies unchanged. It shows where two
+// stored kernels have the same name: the first one takes what it lacks from the other.
 void ConsolidatedFile::addLogicLocations(const std::string& path) {
   LLFile reader(path.c_str());
   reader.setKernels(kernels_);

@@ -17,15 +17,15 @@ class InputFile;
 class OutputFiles;
 
 /// A consolidated file in memory and the operations of one run on it. An existing file is read as
-/// a whole and then truncated; save() writes all of it anew. A run that stops in between leaves an
+/// a whole and then truncated; save() writes all of it again. A run that stops in between leaves an
 /// empty file.
 ///
 /// Layout of the file: header (16 bytes), section table (24 bytes an entry), then the sections in
 /// the order of their entries, without gaps. Positions are handled as signed 32-bit numbers, which
 /// limits a file to 2 GiB.
 ///
-/// No operation but printHeader() prints anything. What cannot be read is missing from the model;
-/// what cannot be written is missing from the file.
+/// Only printHeader() prints anything. What cannot be read is missing from the model; what cannot
+/// be written is missing from the file.
 class ConsolidatedFile {
  public:
   ConsolidatedFile() = default;
@@ -38,11 +38,10 @@ class ConsolidatedFile {
   /// Null if there is none.
   RunObserver* observer() const { return observer_; }
 
-  /// Forgets everything, reads the file at `path` unless `create` is set, and opens it: for
-  /// reading if `forDump` is set, else for writing, which truncates it. See isOpen(). Of a file to
-  /// dump from only as much is read as tells its header, table and project name. Of a pipe, which
-  /// cannot be read or written in any order, nothing but the header can be had; it is not waited
-  /// for longer than a second.
+  /// Forgets everything, reads the file at `path` unless `create` is set, and opens it: for reading
+  /// if `forDump` is set, else for writing, which truncates it. See isOpen(). For a dump, only what
+  /// gives header, table and project name is read. A pipe, which cannot be read or written in any
+  /// order, gives no more than its header, and only if that arrives within a second.
   void openOrCreate(const std::string& path, bool create, bool forDump);
 
   /// Whether there is a stream to save to or to dump from.
@@ -53,9 +52,8 @@ class ConsolidatedFile {
   /// read even when they are not those of a consolidated file.
   bool readExisting(const std::string& path);
 
-  /// Appends the kernels of the list that starts at the position of an open file. Returns false,
-  /// and keeps those before it, at the first record that cannot be read. The position is another
-  /// one then.
+  /// Appends the kernels of the list that starts at the position of an open file. Returns false at
+  /// the first record that cannot be read, and keeps those before it. Moves the position.
   bool readKernelRecords(std::FILE* in);
 
   const FileHeader& header() const { return header_; }
@@ -67,8 +65,8 @@ class ConsolidatedFile {
   /// Empty in a file that is open to dump from.
   const KernelList& kernels() const { return kernels_; }
 
-  /// Names the project and adds a section for the name, even if the file has one already: then
-  /// all of them are written with this name. An empty name changes nothing.
+  /// Names the project and adds a section for the name, even if the file has one already; all of
+  /// them are written with this name. An empty name changes nothing.
   void setProject(const std::string& name);
 
   /// Adds the DWARF file at `path` unless a DWARF section is present. A file that cannot be read,
@@ -110,8 +108,8 @@ class ConsolidatedFile {
   /// Closes the stream and frees what is held.
   void close();
 
-  /// Lists header and table on standard output, for diagnosis. Nothing here calls it; other code is
-  /// bound to it.
+  /// Lists header and table on standard output, for diagnosis. Not called here, but other code
+  /// relies on it.
   void printHeader() const;
 
  private:

@@ -18,8 +18,8 @@ struct SectionEntry;
 /// read, or a file that was added. None at first.
 class DwarfSource {
  public:
-  /// Takes the bytes of a stored section into memory; those that were held are dropped. There are
-  /// none when they cannot be read, which is found without asking for memory.
+  /// Reads the bytes of a stored section into memory in place of those that were held; none if they
+  /// cannot be read. No memory is taken for bytes that the file lacks.
   void readSection(std::FILE* in, const SectionEntry& entry);
 
   /// Opens the DWARF file at `path` and returns its size. Returns nothing, and changes nothing, for
@@ -32,10 +32,10 @@ class DwarfSource {
   /// Whether the section that is held has the bytes of the file at `path`.
   bool isSameAs(const std::string& path) const;
 
-  /// Writes a section of so many bytes and returns its size. What is held is cut to that size; a
-  /// foreign file may have several sections of other sizes than that of the bytes held. The size
-  /// stays as it is however much there is to write or the stream takes; only a file that shrank
-  /// since it was opened gives less.
+  /// Writes a section of `size` bytes and returns its size. Bytes from memory are cut to that size,
+  /// since a foreign file may have several sections, of other sizes. The result is `size` however
+  /// much there is to write or the stream takes; only a file that shrank since it was opened gives
+  /// less.
   std::uint32_t write(std::FILE* out, std::uint32_t size) const;
 
  private:

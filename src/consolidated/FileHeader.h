@@ -24,7 +24,7 @@ struct FileHeader {
 
   bool hasExpectedMagic() const { return magic == expectedMagic; }
 
-  // The members stand as the bytes do, and the host is little-endian as the format is.
+  // In memory the header has the bytes of the format: the host is little-endian, too.
   Bytes encode() const { return std::bit_cast<Bytes>(*this); }
 
   static FileHeader decode(const Bytes& bytes) { return std::bit_cast<FileHeader>(bytes); }

@@ -18,12 +18,12 @@ enum class SectionKind : std::uint32_t {
 };
 
 /// One entry of the section table, 24 bytes: kind (u32), 4 bytes of padding, offset from the start
-/// of the file (u64), size in bytes (u32), 4 bytes of padding. Padding is not read, and written as
+/// of the file (u64), size in bytes (u32), 4 bytes of padding. Padding is ignored, and written as
 /// zeros.
 struct SectionEntry {
   static constexpr std::size_t encodedSize = 24;
 
-  /// Greatest size; what a file says beyond it stands for this one.
+  /// Greatest size; a greater one in a file stands for it.
   static constexpr std::uint32_t largestSize = 0xFFFFFFFEU;
 
   SectionKind kind = SectionKind::ProjectName;

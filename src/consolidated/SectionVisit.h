@@ -15,9 +15,8 @@ namespace consolidator {
 /// Visits the stored sections of an open consolidated file in the order of their entries, up to the
 /// first that cannot be read.
 ///
-/// A file may have many names and DWARF sections, of any size and in the same place, and the last
-/// one of each counts: of the others it is only found out whether they can be read, which takes a
-/// few bytes of each.
+/// A file may have many names and DWARF sections, of any size and in the same place. The last one
+/// of each counts; of the others, only a few bytes are read to check that they are there.
 class SectionVisit {
  public:
   /// Is called with the stream at the start of a section of kernel records. Returns whether they
@@ -28,8 +27,8 @@ class SectionVisit {
   SectionVisit(std::FILE* in, RecordsVisitor visitRecords)
       : in_(in), visitRecords_(std::move(visitRecords)) {}
 
-  /// Visits the sections. The size of an entry that is visited is cut to the greatest one. Returns
-  /// whether all of them could be read.
+  /// Visits the sections and cuts their sizes to the greatest one. Returns whether all of them
+  /// could be read.
   bool visit(std::span<SectionEntry> entries);
 
   /// Reads the last one of the names that were visited, up to its first zero byte; nothing when

@@ -22,7 +22,7 @@ bool isNamedPipe(const char* path) {
   return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
-// A stream that there is no memory for says nothing about its file.
+// Lack of memory for a stream says nothing about its file.
 StdioFile own(std::FILE* stream) {
   if (stream == nullptr && errno == ENOMEM) throw std::bad_alloc();
   return StdioFile(stream);
@@ -34,8 +34,8 @@ StdioFile openStdioFile(const std::string& path, const char* mode) {
   return own(std::fopen(path.c_str(), mode));
 }
 
-// Pipes alone are opened in another way: a file that another process holds a lease on is one to
-// wait for.
+// Only pipes are opened without waiting: a file on which another process holds a lease is worth the
+// wait.
 StdioFile openStdioFileAtOnce(const std::string& path, const char* mode) {
   if (!isNamedPipe(path.c_str())) return openStdioFile(path, mode);
   const int direction = std::string_view(mode) == "r" ? O_RDONLY : O_WRONLY;
@@ -58,7 +58,7 @@ bool holdsBytes(std::FILE* stream, std::uint64_t size) {
          (fseeko(stream, static_cast<off_t>(size - 1), SEEK_CUR) == 0 && std::fgetc(stream) != EOF);
 }
 
-// They are copied a few at a time and stay in the processor's cache in between.
+// The blocks are small enough to stay in the processor's cache.
 std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size) {
   constexpr std::size_t blockSize = std::size_t{256} * 1024;
   const auto block = std::make_unique_for_overwrite<char[]>(blockSize);

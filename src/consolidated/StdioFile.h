@@ -24,16 +24,16 @@ StdioFile openStdioFile(const std::string& path, const char* mode);
 /// empty.
 StdioFile openStdioFileAtOnce(const std::string& path, const char* mode);
 
-/// Waits for the first bytes of a stream or its end; a second at most, then the result is false.
+/// Waits up to a second for the first bytes of a stream or its end; returns false if neither comes.
 /// Files have them at once, pipes and terminals may never.
 bool awaitBytes(std::FILE* stream);
 
-/// Whether so many bytes can be read from the stream's position on. Just the last one is read for
-/// it: pseudo files may hold less than their size says. The position is another one then.
+/// Whether `size` bytes can be read from the stream's position on. Reads the last one of them,
+/// since pseudo files may hold less than their size says. Moves the position.
 bool holdsBytes(std::FILE* stream, std::uint64_t size);
 
-/// Copies so many bytes from one position to the other, which takes little memory however many they
-/// are. Returns how many there were to copy, whatever `to` took of them.
+/// Copies up to `size` bytes from one position to the other, in little memory. Returns how many
+/// there were to copy, however many `to` took.
 std::uint32_t copyBytes(std::FILE* from, std::FILE* to, std::uint32_t size);
 
 }  // namespace consolidator

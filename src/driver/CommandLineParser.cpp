@@ -51,7 +51,7 @@ class Parser {
     std::size_t taken = 0;
     for (; !words.empty() && words.front() != dashes; words = words.subspan(taken)) {
       taken = take(words);
-      // A word is wrong by itself or by the one that follows it.
+      // The library says what is wrong: that depends on this word and the one after it.
       if (taken == 0) {
         return parseByLibrary(known_, words.first(std::min(words.size(), std::size_t{2})));
       }
@@ -61,7 +61,7 @@ class Parser {
   }
 
  private:
-  // These return how many of the words they took, and 0 when the first one is wrong.
+  // These return how many of the words they took; 0 when the first one is wrong.
 
   std::size_t take(CommandLineWords words) {
     const std::string_view word = words.front();
@@ -117,7 +117,7 @@ class Parser {
     return option.semantic()->max_tokens() > 0;
   }
 
-  // Any word may be a value but a known short option, and a long one whose value is missing.
+  // Any word may be a value, except a known short option and a long one whose value is missing.
   bool isValue(std::string_view word) {
     if (isLongOption(word)) return !lacksItsValue(word);
     return !isShortOption(word) || word.size() > 2 || find(word) == nullptr;
@@ -135,7 +135,7 @@ class Parser {
     }
   }
 
-  // A switch that is given twice is refused when it is stored: more would take memory for nothing.
+  // A switch that is given twice is refused when it is stored, so more need not be kept.
   void keepSwitch(const po::option_description& option) {
     if (++switches_[&option] <= 2) keep(option);
   }

@@ -11,12 +11,12 @@ namespace consolidator {
 using CommandLineWords = std::span<const char* const>;
 
 /// Finds the options in the words, as Boost.Program_options does in its default style and without
-/// positional options. The library's own parser erases each word from the front of all that are
-/// left, which takes n² steps, and so for the letters of a word; here they are n. The library is
-/// asked what a name means and, for the first word that is wrong, what there is to say about it.
+/// positional options. The library's own parser erases each word from the front of the others, and
+/// each letter of a word likewise, which takes n² steps; this one takes n. The library is asked
+/// what a name means and, for the first word that is wrong, what there is to say about it.
 ///
 /// Each of the known options takes one value or none. The result is to be stored in a variables
-/// map; it tells no tokens, and of a switch, which may be given once, two occurrences at most.
+/// map: it holds no tokens, and at most two occurrences of a switch, which may be given once.
 /// Throws the `boost::program_options::error` that the library throws.
 boost::program_options::parsed_options parseWords(
     const boost::program_options::options_description& known, CommandLineWords words);

@@ -23,8 +23,8 @@ class ConsolidatorOptions : public boost::program_options::options_description {
   /// Describes the options and parses the command line.
   ConsolidatorOptions(int argc, const char* const* argv);
 
-  /// Fills the fields, of which none keeps what it had. An error on the command line is printed on
-  /// standard output and ends the process with status 0: build flows count on both.
+  /// Fills all fields anew. An error on the command line is printed on standard output and ends the
+  /// process with status 0: build flows rely on both.
   void parseCommandLine(int argc, const char* const* argv);
 
   /// The same, except that the error is returned instead of printed, and nothing is ended.
@@ -71,7 +71,7 @@ class ConsolidatorOptions : public boost::program_options::options_description {
 
   bool version() const { return fields_.version; }
 
-  /// Nothing here asks for it; other code is bound to it.
+  /// Not called here, but other code relies on it.
   bool bothAddAndCreate() const { return fields_.bothAddAndCreate; }
 
  private:

@@ -10,8 +10,8 @@ class ConsolidatorOptions;
 /// opened, belongs to another project or has too new a version, 0 otherwise. An error on the
 /// command line ends the process, see ConsolidatorOptions.
 ///
-/// Works on `file`, whose stream is closed at the end, whatever the status. What it holds is left
-/// to the caller, who may end the process instead of freeing it.
+/// Works on `file` and closes its stream at the end, whatever the status. The caller may end the
+/// process instead of freeing what `file` holds.
 int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file);
 
 /// The same with a command line that was parsed.

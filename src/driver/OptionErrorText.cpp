@@ -13,7 +13,7 @@ namespace consolidator {
 
 namespace {
 
-// Replaces a placeholder as long as there is one; nothing when there would always be another.
+// Replaces a placeholder until none is left; returns nothing when that would never end.
 std::optional<std::string> replaced(std::string text, std::string_view placeholder,
                                     std::string_view value) {
   constexpr std::size_t longest = std::size_t{1} << 20U;
@@ -28,7 +28,7 @@ std::optional<std::string> replaced(std::string text, std::string_view placehold
   return text;
 }
 
-// What the library makes of a name in its messages, and the name itself where it would never end.
+// What the library makes of a name in its messages, or the name itself where that would never end.
 std::string shown(const std::string& name, const std::string& option) {
   using Replacement = std::pair<std::string_view, std::string_view>;
   const std::array replacements{

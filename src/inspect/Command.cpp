@@ -23,14 +23,14 @@ void warnOfVersion(Console& console, const ConsolidatedInput& input) {
 }  // namespace
 
 void Command::declareFormat(CLI::App& app) {
-  app.add_option("--format", format_, "\"text\" for people or \"json\" for programs")
+  app.add_option("--format", format_, R"("text" for people or "json" for programs)")
       ->option_text("text|json")
       ->check(CLI::IsMember({"text", "json"}));
 }
 
 std::optional<ConsolidatedInput> Command::openOnlyFile(Console& console,
                                                        const std::string& path) const {
-  auto opened = ConsolidatedInput::open(path);
+  std::variant<ConsolidatedInput, InputProblem> opened = ConsolidatedInput::open(path);
   if (const auto* const problem = std::get_if<InputProblem>(&opened)) {
     console.messages.say(problem->message);
     if (writesDocument()) {
@@ -38,9 +38,9 @@ std::optional<ConsolidatedInput> Command::openOnlyFile(Console& console,
     }
     return std::nullopt;
   }
-  auto& input = std::get<ConsolidatedInput>(opened);
-  warnOfVersion(console, input);
-  return std::move(input);
+  std::optional<ConsolidatedInput> input = std::get<ConsolidatedInput>(std::move(opened));
+  warnOfVersion(console, *input);
+  return input;
 }
 
 Status Command::statusOf(Console& console, const ConsolidatedInput& input, bool isComplete) {

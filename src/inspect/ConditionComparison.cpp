@@ -75,8 +75,8 @@ class ConditionPairs {
 
   bool isReordered() const {
     OrderCheck order;
-    for (const std::uint32_t partner : partners_) {
-      if (partner != nowhere) order.add(partner);
+    for (const std::uint32_t position : partners_) {
+      if (position != nowhere) order.add(position);
     }
     return order.isReordered();
   }

@@ -41,10 +41,10 @@ ConsolidatedInput::ConsolidatedInput(std::string path, File file,
 
 std::variant<ConsolidatedInput, InputProblem> ConsolidatedInput::open(const std::string& path) {
   auto guard = std::make_unique<CutFileGuard>();
-  auto file = openFile(path, guard->isGuarding() ? Access::Mapped : Access::Read);
-  if (!file) return problemOf(path, file.fault());
-  guard->guardOnly(file->bytes());
-  return ConsolidatedInput(path, std::move(*file), std::move(guard));
+  auto opened = openFile(path, guard->isGuarding() ? Access::Mapped : Access::Read);
+  if (!opened) return problemOf(path, opened.fault());
+  guard->guardOnly(opened->bytes());
+  return ConsolidatedInput(path, std::move(*opened), std::move(guard));
 }
 
 }  // namespace consolidator::inspect

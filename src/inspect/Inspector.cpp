@@ -8,6 +8,7 @@
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
 #include "inspect/ShowCommand.h"
+#include "inspect/VerifyCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -42,6 +43,7 @@ constexpr std::array commands = {
     CommandEntry{"json", "write what is in a file as strict JSON", make<JsonCommand>},
     CommandEntry{"extract", "write the bytes of one section", make<ExtractCommand>},
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
+    CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
     CommandEntry{"explain", "say what a run of consolidator would do", make<ExplainCommand>},
 };
@@ -119,7 +121,7 @@ Status runFirstWord(const std::vector<std::string>& words, Console& console) {
       std::find_if(commands.begin(), commands.end(),
                    [&](const CommandEntry& candidate) { return candidate.name == words[0]; });
   if (entry == commands.end()) {
-    return refuse(console, fmt::format("there is no command \"{}\" (see \"{} --help\")", words[0],
+    return refuse(console, fmt::format(R"(there is no command "{}" (see "{} --help"))", words[0],
                                        programName));
   }
   return runCommand(*entry, words, console);

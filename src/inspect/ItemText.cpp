@@ -21,9 +21,9 @@ using consolidated::KernelType;
 using consolidated::Locations;
 
 // Writes the item that a change holds.
-class ItemWriter {
+class TextItemWriter {
  public:
-  explicit ItemWriter(OutputSink& out) : out_(&out) {}
+  explicit TextItemWriter(OutputSink& out) : out_(&out) {}
 
   void operator()(std::monostate /*nothing*/) const {}
 
@@ -69,7 +69,7 @@ class ItemWriter {
 
   void operator()(const consolidated::Section& section) const {
     out_->write(
-        fmt::format("{}: 0x{:X}, {} bytes", nameOf(section.kind), section.offset, section.size));
+        fmt::format("{}: {:#x}, {} bytes", nameOf(section.kind), section.offset, section.size));
   }
 
   void operator()(const KeyList& list) const {
@@ -95,6 +95,8 @@ class ItemWriter {
 
 }  // namespace
 
-void writeItemText(OutputSink& out, const ChangeItem& item) { std::visit(ItemWriter(out), item); }
+void writeItemText(OutputSink& out, const ChangeItem& item) {
+  std::visit(TextItemWriter(out), item);
+}
 
 }  // namespace consolidator::inspect

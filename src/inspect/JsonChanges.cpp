@@ -14,9 +14,9 @@ namespace {
 using consolidated::KernelType;
 
 // Writes the item that a change holds.
-class ItemWriter {
+class JsonItemWriter {
  public:
-  explicit ItemWriter(JsonDocument& document) : document_(&document) {}
+  explicit JsonItemWriter(JsonDocument& document) : document_(&document) {}
 
   void operator()(std::monostate /*nothing*/) const { document_->null(); }
 
@@ -89,9 +89,9 @@ void JsonChanges::take(const Change& change) {
   writeText(document, "name", change.name);
   document.member("change", nameOfChange(change));
   document.key("before");
-  std::visit(ItemWriter(document), change.before);
+  std::visit(JsonItemWriter(document), change.before);
   document.key("after");
-  std::visit(ItemWriter(document), change.after);
+  std::visit(JsonItemWriter(document), change.after);
   if (change.subject == Subject::Type) writeTypeNumbers(document, change);
   if (change.bytesDiffer) document.member("bytes_differ", *change.bytesDiffer);
   document.endObject();

@@ -2,8 +2,9 @@
 
 #include "inspect/Utf8.h"
 
-#include <rapidjson/internal/itoa.h>
-
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstddef>
 #include <string>
 
@@ -12,7 +13,14 @@ namespace consolidator::inspect {
 namespace {
 
 constexpr std::uint64_t largestExact = (std::uint64_t{1} << 53U) - 1;
+constexpr std::size_t longestNumber = std::string_view("4294967295").size();
 constexpr std::size_t longestPair = std::string_view(",[4294967295,4294967295]").size();
+
+// Whether a character cannot stand in a text as it is, or may not be one.
+bool isSpecial(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte >= 0x80 || c == '"' || c == '\\';
+}
 
 }  // namespace
 
@@ -44,15 +52,59 @@ JsonDocument& JsonDocument::key(std::string_view name) {
 }
 
 JsonDocument& JsonDocument::value(std::string_view text) {
-  std::string mended;
-  if (findIllFormed(text) != std::string_view::npos) {
-    ++lossyTexts_;
-    mended = wellFormed(text);
-    text = mended;
+  write([](auto& writer) { writer.RawValue("", 0, rapidjson::kStringType); });
+  out_->put('"');
+  if (!writeCharacters(text)) ++lossyTexts_;
+  out_->put('"');
+  return *this;
+}
+
+// Returns whether all of the text is UTF-8. It may be gigabytes, which the writers would want in
+// one piece and mended; and its bytes may change, so that none is looked at twice.
+bool JsonDocument::writeCharacters(std::string_view text) {
+  bool isWellFormed = true;
+  while (true) {
+    text.remove_prefix(writePlain(text));
+    if (text.empty()) return isWellFormed;
+    std::array<char, 4> bytes{};
+    const std::size_t count = text.copy(bytes.data(), bytes.size());
+    const std::string_view next(bytes.data(), count);
+    const Utf8Sequence sequence = firstSequence(next);
+    if (!sequence.isWellFormed) {
+      out_->write(replacementCharacter);
+      isWellFormed = false;
+    } else if (isSpecial(next[0]) && sequence.size == 1) {
+      writeEscaped(next[0]);
+    } else {
+      out_->write(next.substr(0, sequence.size));
+    }
+    text.remove_prefix(sequence.size);
   }
-  return write([&](auto& writer) {
-    writer.String(text.empty() ? "" : text.data(), static_cast<rapidjson::SizeType>(text.size()));
-  });
+}
+
+// Writes what begins a text and is written as it is; not all of it where it is long. Returns its
+// length.
+std::size_t JsonDocument::writePlain(std::string_view text) {
+  constexpr std::size_t most = 64;
+  char* const room = out_->room(most);
+  char* const end = room + text.copy(room, most);
+  const auto size = static_cast<std::size_t>(std::find_if(room, end, isSpecial) - room);
+  out_->advance(size);
+  return size;
+}
+
+void JsonDocument::writeEscaped(char c) {
+  constexpr std::string_view named = "\"\\\b\f\n\r\t";
+  constexpr std::string_view letters = "\"\\bfnrt";
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  out_->put('\\');
+  if (const std::size_t i = named.find(c); i != std::string_view::npos) {
+    out_->put(letters[i]);
+    return;
+  }
+  out_->write("u00");
+  out_->put(digits[static_cast<unsigned char>(c) >> 4U]);
+  out_->put(digits[static_cast<unsigned char>(c) & 0xFU]);
 }
 
 JsonDocument& JsonDocument::value(std::uint32_t number) {
@@ -86,21 +138,21 @@ JsonDocument& JsonDocument::value(const consolidated::Locations& locations) {
 
 // Most of a document are these numbers, which the writer would put character by character.
 void JsonDocument::writeCompact(const consolidated::Locations& locations) {
-  compact_.RawValue("", 0,
-                    rapidjson::kArrayType);  // what stands between this and what is before it
+  // What stands between this and what is before it.
+  compact_.RawValue("", 0, rapidjson::kArrayType);
   out_->put('[');
   bool isFirst = true;
   for (const consolidated::Location location : locations) {
     char* const start = out_->room(longestPair);
-    char* end = start;
-    if (!isFirst) *end++ = ',';
+    char* at = start;
+    if (!isFirst) *at++ = ',';
     isFirst = false;
-    *end++ = '[';
-    end = rapidjson::internal::u32toa(location.first, end);
-    *end++ = ',';
-    end = rapidjson::internal::u32toa(location.second, end);
-    *end++ = ']';
-    out_->advance(static_cast<std::size_t>(end - start));
+    *at++ = '[';
+    at = std::to_chars(at, at + longestNumber, location.first).ptr;
+    *at++ = ',';
+    at = std::to_chars(at, at + longestNumber, location.second).ptr;
+    *at++ = ']';
+    out_->advance(static_cast<std::size_t>(at - start));
   }
   out_->put(']');
 }

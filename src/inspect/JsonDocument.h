@@ -5,6 +5,7 @@
 
 #include <rapidjson/prettywriter.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -64,13 +65,17 @@ class JsonDocument {
   struct Stream {
     using Ch = char;
 
-    void Put(char c) { out->put(c); }  // NOLINT(readability-identifier-naming): called by RapidJSON
+    // NOLINTNEXTLINE(readability-identifier-naming): called by RapidJSON
+    void Put(char c) const { out->put(c); }
 
     void Flush() {}  // NOLINT(readability-identifier-naming)
 
     OutputSink* out;
   };
 
+  bool writeCharacters(std::string_view text);
+  std::size_t writePlain(std::string_view text);
+  void writeEscaped(char c);
   void writeCompact(const consolidated::Locations& locations);
 
   template <typename Write>

@@ -18,7 +18,7 @@ std::string_view recordOf(const Kernel& kernel, std::string_view bytes) {
 void KernelComparison::report(const Kernel& before, const Kernel& after,
                               ChangeReport& report) const {
   if (isStoredAlike(before, after)) return;
-  const auto compare = [&](ListName name, const auto& listBefore, const auto& listAfter) {
+  const auto compare = [&](const ListName& name, const auto& listBefore, const auto& listAfter) {
     ListComparison(listBefore, listAfter, bytesAfter_).report(name, report);
   };
   compare({Subject::InstancePath, "instance_paths"}, before.instancePaths(), after.instancePaths());

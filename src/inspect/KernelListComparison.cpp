@@ -14,7 +14,7 @@ namespace {
 using consolidated::File;
 using consolidated::Kernel;
 
-std::string_view keyOf(const Kernel& kernel) { return kernel.name().view(); }
+std::string_view nameOfKernel(const Kernel& kernel) { return kernel.name().view(); }
 
 void reportRemoval(const KernelWalk& walk, ChangeSink& sink) {
   ChangeReport(sink, walk.name()).removed(Subject::Kernel, walk.name(), walk.counts());
@@ -51,13 +51,13 @@ void KernelListComparison::report(ChangeSink& sink) {
 
 void KernelListComparison::reportPair(const Kernel& before, const Kernel& after,
                                       ChangeSink& sink) const {
-  ChangeReport report(sink, keyOf(before));
+  ChangeReport report(sink, nameOfKernel(before));
   comparison_.report(before, after, report);
 }
 
 void KernelListComparison::reportRest(ChangeSink& sink) {
   const std::vector<Kernel> rest = restAfter();
-  Matching matching(rest, keyOf);
+  Matching matching(rest, nameOfKernel);
   OrderCheck order;
   for (; walkBefore_.hasKernel(); walkBefore_.next()) {
     const auto position = matching.take(walkBefore_.name());
@@ -68,8 +68,8 @@ void KernelListComparison::reportRest(ChangeSink& sink) {
     reportPair(walkBefore_.kernel(), rest[*position], sink);
     order.add(*position);
   }
-  for (std::size_t i = 0; i < rest.size(); ++i) {
-    if (matching.isLeft(i)) reportAddition(keyOf(rest[i]), KernelCounts::of(rest[i]), sink);
+  for (std::size_t i = 0; i < rest.size(); ++i) {  // NOLINT(modernize-loop-convert): asks for i
+    if (matching.isLeft(i)) reportAddition(nameOfKernel(rest[i]), KernelCounts::of(rest[i]), sink);
   }
   if (!order.isReordered()) return;
   ChangeReport(sink, {}).reordered("kernels", before_->kernels(), after_->kernels());

@@ -94,7 +94,7 @@ void writeLocations(Console& console, const Locations& locations, std::string_vi
 void writeKernelInFull(Console& console, const Kernel& kernel) {
   const std::string title = fmt::format("Kernel {}", plain(kernel.name().view()));
   console.out.write(fmt::format(
-      "{}\n  type: {} ({})\n  record: 0x{:X} to 0x{:X}, in section {}\n  instance suffix: {}\n",
+      "{}\n  type: {} ({})\n  record: {:#x} to {:#x}, in section {}\n  instance suffix: {}\n",
       painted(Paint::Heading, title, console.hasColour), nameOf(kernel.type()),
       static_cast<std::uint32_t>(kernel.type()), kernel.offset(), kernel.endOffset(),
       kernel.section(), kernel.instanceSuffix()));

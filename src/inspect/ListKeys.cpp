@@ -31,8 +31,9 @@ void useKeys(const consolidated::List<T>& list, const Use& use) {
 }
 
 void useKeys(const ConditionList& list, const Use& use) {
-  for (const BreakableCondition& condition : list.conditions)
+  for (const BreakableCondition& condition : list.conditions) {
     use(conditionKey(condition, list.match));
+  }
 }
 
 void useKeys(const consolidated::Kernels& kernels, const Use& use) {

@@ -26,7 +26,7 @@ std::optional<std::uint32_t> parseNumber(std::string_view text) {
 }  // namespace
 
 std::string textOf(const consolidated::Location& location) {
-  return fmt::format("0x{:X}:{}", location.first, location.second);
+  return fmt::format("{:#x}:{}", location.first, location.second);
 }
 
 std::optional<consolidated::Location> parseLocation(std::string_view text) {

@@ -90,7 +90,7 @@ void OutputFile::openBeside(const std::string& path, const struct stat* old) {
 }
 
 void OutputFile::keepPermissions(const struct stat& old) {
-  static_cast<void>(!::fchown(descriptor_, old.st_uid, old.st_gid));
+  static_cast<void>(::fchown(descriptor_, old.st_uid, old.st_gid) == 0);
   note(::fchmod(descriptor_, old.st_mode & 07777U) == 0);
 }
 

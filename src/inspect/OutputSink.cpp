@@ -10,7 +10,7 @@ namespace consolidator::inspect {
 
 namespace {
 
-constexpr std::size_t blockSize = 64 * 1024;
+constexpr std::size_t blockSize = std::size_t{64} * 1024;
 
 // Whether a write that failed is to be tried again, once there is room.
 bool isWorthAnotherTry(int descriptor) {

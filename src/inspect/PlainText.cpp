@@ -20,7 +20,9 @@ bool isHidden(char32_t c) {
 
 }  // namespace
 
-std::string plain(std::string_view text) {
+std::string plain(std::string_view stored) {
+  const std::string copy(stored);  // the bytes of a file may change between two looks
+  std::string_view text = copy;
   std::string shown;
   while (!text.empty()) {
     const Utf8Sequence sequence = firstSequence(text);

@@ -9,6 +9,6 @@ namespace consolidator::inspect {
 /// cursor, change colours or reverse the order of what is read. Control characters, line separators
 /// and marks of writing direction become "\x1B" or "\u{202E}", what is not UTF-8 becomes U+FFFD. A
 /// text without any of these is returned unchanged.
-std::string plain(std::string_view text);
+std::string plain(std::string_view stored);
 
 }  // namespace consolidator::inspect

@@ -20,7 +20,7 @@ using consolidated::Section;
 constexpr std::uint64_t mostOverlaps = 4;
 
 // Numbers without a name are kinds of their own.
-std::string keyOf(const Section& section) {
+std::string keyOfSection(const Section& section) {
   return std::to_string(static_cast<std::uint32_t>(section.kind));
 }
 
@@ -35,10 +35,10 @@ bool SectionComparison::report(ChangeReport& report) {
   const auto before = before_->sections();
   const auto after = after_->sections();
   const std::vector<Section> elements(after.begin(), after.end());
-  Matching matching(elements, keyOf);
+  Matching matching(elements, keyOfSection);
   OrderCheck order;
   for (const Section& section : before) {
-    const auto position = matching.take(keyOf(section));
+    const auto position = matching.take(keyOfSection(section));
     if (!position) {
       report.removed(Subject::Section, nameOf(section.kind), section);
     } else if (reportPair(section, elements[*position], report)) {
@@ -47,7 +47,7 @@ bool SectionComparison::report(ChangeReport& report) {
       return false;
     }
   }
-  for (std::size_t i = 0; i < elements.size(); ++i) {
+  for (std::size_t i = 0; i < elements.size(); ++i) {  // NOLINT(modernize-loop-convert): asks for i
     if (!matching.isLeft(i)) continue;
     report.added(Subject::Section, nameOf(elements[i].kind), elements[i]);
   }

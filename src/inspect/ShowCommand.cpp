@@ -112,7 +112,7 @@ Status ShowCommand::run(Console& console) {
   return kernels_.empty() ? showFile(console, *input) : showKernels(console, *input);
 }
 
-Status ShowCommand::showFile(Console& console, const ConsolidatedInput& input) const {
+Status ShowCommand::showFile(Console& console, const ConsolidatedInput& input) {
   const File& file = input.file();
   writeHeader(console, input);
   writeSections(console, file);
@@ -137,8 +137,10 @@ Status ShowCommand::showKernels(Console& console, const ConsolidatedInput& input
   }
   bool foundAll = true;
   for (const auto& [name, found] : isFound) {
-    if (!found)
-      console.messages.say(fmt::format("{}: there is no kernel \"{}\"", plain(path_), plain(name)));
+    if (!found) {
+      console.messages.say(
+          fmt::format(R"({}: there is no kernel "{}")", plain(path_), plain(name)));
+    }
     foundAll = foundAll && found;
   }
   return statusOf(console, input, foundAll && !kernel.fault());

@@ -14,7 +14,7 @@ class ShowCommand : public Command {
   Status run(Console& console) override;
 
  private:
-  Status showFile(Console& console, const ConsolidatedInput& input) const;
+  static Status showFile(Console& console, const ConsolidatedInput& input);
   Status showKernels(Console& console, const ConsolidatedInput& input) const;
 
   std::string path_;

@@ -13,7 +13,7 @@ namespace {
 
 [[noreturn]] void endOutOfMemory() {
   constexpr std::string_view message = "consolidator-inspect: there is no memory left\n";
-  static_cast<void>(!::write(STDERR_FILENO, message.data(), message.size()));
+  static_cast<void>(::write(STDERR_FILENO, message.data(), message.size()) > 0);
   std::_Exit(static_cast<int>(consolidator::inspect::Status::Unasked));
 }
 

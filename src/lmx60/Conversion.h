@@ -8,7 +8,7 @@
 namespace lmx {
 
 /// The largest values of the unsigned integer types of schemas, as text for is_valid_integer().
-/// No attribute here is of the longer type; other code is bound to its name.
+/// No attribute here has the longer type, but other code relies on its name.
 inline constexpr std::string_view max_unsigned_int = "4294967295";
 inline constexpr std::string_view max_unsigned_long = "18446744073709551615";
 

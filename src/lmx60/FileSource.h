@@ -6,10 +6,10 @@ namespace lmx {
 
 /// A document in a file, which may be a pipe.
 ///
-/// Opening never waits for the other end of a pipe. That matters to callers that hold the same
-/// named pipe open already: its writer may be done and gone, and a second open that waited for a
-/// writer would wait for ever, although the bytes are there. A named pipe that nobody has written
-/// to yet reads as empty for the same reason.
+/// Opening never waits for the other end of a pipe. That matters to callers that have the same
+/// named pipe open already: its writer may be gone, and a second open that waited for a writer
+/// would wait for ever, although the bytes are there. For the same reason, a named pipe that nobody
+/// writes to reads as empty.
 class c_file_source final : public c_byte_source {
  public:
   /// Opens the file for reading in binary. Directories count as files that cannot be opened.

@@ -14,7 +14,7 @@
 namespace lmx {
 
 // What the parser calls. It is written in C, so nothing may be thrown through it: a failure is kept
-// and the parser stopped.
+// and the parser is stopped.
 struct c_xml_reader::callbacks {
   template <typename Action>
   static void guard(void* user_data, Action action) noexcept {
@@ -44,7 +44,7 @@ struct c_xml_reader::callbacks {
     });
   }
 
-  // The parser leaves the version unchecked, which has to be "1." and digits.
+  // The parser does not check the version, which must be "1." and digits.
   static void xml_declaration(void* user_data, const char* version, const char* /*encoding*/,
                               int /*standalone*/) {
     guard(user_data, [&](c_xml_reader& reader) {
@@ -172,9 +172,8 @@ int c_xml_reader::parse_on() {
   return suspended_ ? XML_ResumeParser(parser_.get()) : parse_block();
 }
 
-// Feeds the next block. A token that goes beyond its block is looked at anew with each block, so
-// blocks grow with what the parser has not used up: else the time for a long token would grow with
-// its square.
+// Feeds the next block. The parser starts a token that goes beyond its block again with each block,
+// so blocks grow with what it has not used up: otherwise a long token would take quadratic time.
 int c_xml_reader::parse_block() {
   constexpr std::uint64_t smallest = std::uint64_t{64} * 1024;
   const auto token_start =

@@ -24,18 +24,18 @@ class c_reading_observer;
 /// longest single tag, comment or text element.
 ///
 /// The document may be in any encoding that the parser knows (UTF-8, UTF-16, ISO-8859-1,
-/// US-ASCII); everything comes out in UTF-8. Names are compared as written. Whatever is wrong with
-/// the document is thrown as a c_lmx_exception, even if it comes after the root element.
-/// Declarations of entities and of attribute lists are refused, which ends every attack that
-/// multiplies text by them; nothing outside the document is ever opened.
+/// US-ASCII); everything comes out in UTF-8. Names are compared as written. Any fault of the
+/// document, even after the root element, is thrown as a c_lmx_exception. Declarations of entities
+/// and of attribute lists are refused, which prevents every attack that multiplies text by them;
+/// nothing outside the document is ever opened.
 class c_xml_reader {
  public:
   /// How many elements may be open at a time.
   static constexpr std::size_t max_depth = 256;
 
   /// How many bytes a tag, a comment or the like may take, give or take a block; the text of an
-  /// element may be of any length. The parser holds a token as a whole, and somewhere below a
-  /// gigabyte it reports to be out of memory, however much there is.
+  /// element may have any length. The parser holds a token as a whole, and somewhere below a
+  /// gigabyte it reports that it is out of memory, however much there is.
   static constexpr std::size_t max_token = std::size_t{128} * 1024 * 1024;
 
   /// Opens a file. `result` must outlive the reader: it becomes `file_not_opened`, and the

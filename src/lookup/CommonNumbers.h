@@ -13,10 +13,9 @@ namespace consolidator {
 /// Finds the numbers that were noted with a text of one collection and with any of several texts of
 /// another one: the kernels that have a register and one of the paths in a name.
 ///
-/// Usually a text has few numbers. For an enemy's collections, in which many texts have many
-/// numbers and seldom the same ones, what two texts have in common is remembered, so that asking
-/// again does not take as long again; that takes no more memory than is in proportion to the
-/// collections.
+/// Usually a text has few numbers. An attacker's collections may have many texts with many numbers
+/// each and few in common; what two texts have in common is therefore remembered, so that asking
+/// again is quick. The memory for that is in proportion to the collections.
 class CommonNumbers {
  public:
   /// The collections must outlive this object; their numbers must be below `end`.
@@ -24,7 +23,7 @@ class CommonNumbers {
 
   /// Sets `common` to the numbers that the text at position `one` has in common with any of those
   /// at the positions `others`, in increasing order and each once. Several others are compared at
-  /// once if that means to look through no more than `cheap` numbers, else one by one.
+  /// once if they have no more than `cheap` numbers in all, else one by one.
   void find(std::size_t one, const std::vector<std::uint32_t>& others, std::size_t cheap,
             std::vector<std::uint32_t>& common);
 

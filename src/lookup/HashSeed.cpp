@@ -7,8 +7,8 @@
 
 namespace consolidator {
 
-// A system that has just started may have no random numbers to give, or a sandbox may refuse them:
-// then those serve that the system leaves to every process at its start.
+// A system that has just started may have no random numbers yet, or a sandbox may refuse them. Then
+// those serve that the system gives to every process at its start.
 HashSeed HashSeed::random() {
   HashSeed seed;
   if (getrandom(&seed, sizeof seed, GRND_NONBLOCK) == sizeof seed) return seed;

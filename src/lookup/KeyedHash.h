@@ -7,9 +7,9 @@
 
 namespace consolidator {
 
-/// The hash of all indexes. Files may come from an enemy, who could make keys that all collide in a
-/// hash without a seed, so that n of them take n² steps. One round for a word and three at the end
-/// are what hash tables use.
+/// The hash of all indexes. Files may come from an attacker, who could choose keys that all collide
+/// in a hash without a seed, so that n of them take n² steps. One round for a word and three at the
+/// end are usual for hash tables.
 using KeyedHash = SipHash<1, 3>;
 
 /// The keyed hash of a text.

@@ -23,8 +23,8 @@ namespace consolidator {
 /// to date, so that n add-if-absent calls cost O(n). `Items` is the sequence that holds the
 /// elements.
 ///
-/// An empty list is no larger than a pointer: most lists of a model are empty, and there may be
-/// five of them for each three bytes of an input.
+/// An empty list takes one pointer: most lists of a model are empty, and three bytes of an input
+/// may make five of them.
 template <typename T, typename KeyOf, typename Items = std::vector<T>>
 class KeyedList {
  public:
@@ -72,7 +72,7 @@ class KeyedList {
     if (count > 0) contents().items.reserve(count);
   }
 
-  /// Removes all elements, whose room is kept for others.
+  /// Removes all elements and keeps their room.
   void clear() {
     if (contents_) edit([](Items& items) { items.clear(); });
   }
@@ -117,7 +117,7 @@ class KeyedList {
     change(contents_->items);
   }
 
-  /// Gives the elements up; the list is empty then.
+  /// Moves the elements out and leaves the list empty.
   Items takeItems() {
     const std::unique_ptr<Contents> taken = std::move(contents_);
     return taken ? std::move(taken->items) : Items();

@@ -12,7 +12,7 @@
 namespace consolidator {
 
 /// Says which numbers (of kernels, of instances) were noted with a text (a register name, an
-/// instance path). All of it lies close together: who asks at random mostly waits for memory.
+/// instance path). Everything lies close together, since a look-up mostly waits for memory.
 class NumbersByText {
  public:
   /// In increasing order, each once.

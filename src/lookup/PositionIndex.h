@@ -7,19 +7,19 @@
 
 namespace consolidator {
 
-/// Hash index from keys to positions in a list that somebody else holds: open addressing with
+/// Hash index from keys to positions in a list that the caller holds: open addressing with
 /// linear probing, 8 bytes a slot. It stores the low 32 bits of each hash beside the position, so
 /// that a probe touches the list only where these agree. Hashes must be spread well in their low 32
-/// bits, whoever made the keys: see keyedHash().
+/// bits, even if an attacker chose the keys: see keyedHash().
 ///
-/// Every key is there once: of several equal ones only the first is added.
+/// Of several equal keys only the first is added.
 class PositionIndex {
  public:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
   PositionIndex() = default;
 
-  /// Makes room for so many positions.
+  /// Makes room for `count` positions.
   explicit PositionIndex(std::size_t count) : slots_(std::bit_ceil(2 * (count + 1))) {}
 
   /// Returns the position added under `hash` for which `isMatch(position)` holds; else adds this

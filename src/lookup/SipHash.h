@@ -10,8 +10,8 @@
 
 namespace consolidator {
 
-/// The keyed hash SipHash with so many rounds for each word and at the end. Who does not know the
-/// seed cannot make texts that have the same hash.
+/// The keyed hash SipHash with the given numbers of rounds for each word and at the end. Nobody can
+/// make texts with the same hash without knowing the seed.
 template <int wordRounds, int finalRounds>
 class SipHash {
  public:
@@ -28,8 +28,8 @@ class SipHash {
     v0_ ^= word;
   }
 
-  /// Adds a text by its words, the last of which holds the bytes that are left and the low eight
-  /// bits of the size. As all that is added it makes the hash that SipHash defines for the text.
+  /// Adds a text by its words, the last of which holds the remaining bytes and the low eight bits
+  /// of the size. If nothing else is added, the hash is the one that SipHash defines for the text.
   void add(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -37,7 +37,7 @@ class SipHash {
     add(rest(text, at) | static_cast<std::uint64_t>(text.size()) << 56U);
   }
 
-  /// Returns the hash of all that was added. Nothing can be added then.
+  /// Returns the hash of all that was added. Nothing may be added afterwards.
   std::uint64_t finish() {
     v2_ ^= 0xFF;
     rounds<finalRounds>();

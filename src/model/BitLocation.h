@@ -6,7 +6,7 @@
 namespace consolidator {
 
 /// Two numbers that locate one bit in the device's configuration memory. The model stores and
-/// renders them as the reader supplied them; it never interprets them.
+/// renders them as the reader supplied them, without interpreting them.
 struct BitLocation {
   std::uint32_t first = 0;
   std::uint32_t second = 0;

@@ -12,13 +12,13 @@ namespace consolidator {
 class ByteReader;
 class ByteWriter;
 
-/// What a breakable condition stands for. Files may hold other numbers; they are kept as they are
-/// and rendered as `Error` is.
+/// What a breakable condition stands for. Files may hold other numbers; they are kept, and rendered
+/// as `Error`.
 enum class ConditionKind : std::uint32_t {
   Start = 0,       ///< the kernel starts
   Stop = 1,        ///< the kernel finishes
   SourceLine = 2,  ///< a source position, given by file and line
-  Error = 3,       ///< none of these. Nothing here makes one; other code is bound to the name
+  Error = 3,       ///< none of these; not used here, but other code relies on the name
 };
 
 /// A condition on which a debugger can stop a kernel.
@@ -59,7 +59,7 @@ struct BreakableConditionKey {
     return {condition.kind, condition.condition, condition.line, condition.file};
   }
 
-  // The size in between keeps two texts from passing for two others that are the same in a row.
+  // The size between the texts keeps "ab" and "c" apart from "a" and "bc".
   static std::uint64_t hash(const Key& key) {
     const auto& [kind, condition, line, file] = key;
     KeyedHash hash(HashSeed::ofProcess());

@@ -17,8 +17,8 @@ char* putQualified(char* to, std::string_view token) {
   return std::ranges::copy(token, to).out;
 }
 
-// The two cuts are not paired, deliberately: either may happen without the other, and the last
-// character goes whatever it is.
+// Odd, but to be kept: the two cuts are not paired. Either may happen without the other, and the
+// last character goes whatever it is.
 std::string_view unwrap(std::string_view text) {
   if (text.starts_with('(')) text.remove_prefix(1);
   if (text.find(')') != std::string_view::npos) text.remove_suffix(1);
@@ -54,7 +54,7 @@ void ConditionPreparer::readTokens(std::string_view text) {
   if (text_.size() < longestText) text_.resize(longestText);
 }
 
-// Returns whether the text is well-formed: its value is the top operand then.
+// Returns whether the text is well-formed; if so, the top operand is its value.
 bool ConditionPreparer::reduceAll() {
   operands_.clear();
   std::uint32_t pendingOperator = none;
@@ -85,7 +85,7 @@ bool ConditionPreparer::reduce(std::uint32_t operation) {
 // The text of the top operand, which is taken off the stack.
 std::string_view ConditionPreparer::prefixForm() {
   char* to = text_.data();
-  // What is to be written stands on top of the operands, the next one last.
+  // The operands serve as the stack of what is still to be written.
   const std::size_t rest = operands_.size() - 1;
   while (operands_.size() > rest) {
     const Node& node = nodes_[operands_.back()];

@@ -15,15 +15,15 @@ bool isTriviallyTrue(std::string_view condition);
 /// already or a number. All other words are operators.
 bool isOperand(std::string_view word);
 
-/// Brings conditions, infix as the hardware description has them, into the form that debuggers
-/// expect: the operator first, names qualified by "$i/", for which they put an instance path.
-/// "(a == 1)" becomes "== 1 $i/a".
+/// Turns conditions from the infix form of the hardware description into the form that debuggers
+/// expect: the operator first, and names qualified by "$i/", which debuggers replace by an instance
+/// path. "(a == 1)" becomes "== 1 $i/a".
 ///
-/// Operators have no precedence and parentheses no meaning: a leading "(" and, in a text that
-/// holds a ")" anywhere, the last character are cut off, each on its own, and what is left is read
-/// token by token. Of the two operands the later one comes first, so preparing a prepared
-/// condition swaps its operands. A malformed text (an operator short of operands, or no operand at
-/// all) is returned with its names qualified, each token followed by a space.
+/// Operators have no precedence and parentheses no meaning: a leading "(" and, in a text that holds
+/// a ")" anywhere, the last character are cut off, each on its own, and the rest is read token by
+/// token. Of the two operands the later one comes first, so preparing a prepared condition swaps
+/// its operands. A malformed text (an operator that lacks operands, or no operand at all) is
+/// returned with its names qualified, each token followed by a space.
 ///
 /// Takes time and memory linear in the text. The memory is kept from one condition to the next.
 class ConditionPreparer {
@@ -34,8 +34,8 @@ class ConditionPreparer {
  private:
   static constexpr std::uint32_t none = static_cast<std::uint32_t>(-1);
 
-  // A token; if it is an operator that was reduced, with its operands. Reducing joins nodes instead
-  // of texts, so that a long chain of operators is not copied again for each of them.
+  // A token, with its operands if it is an operator that was reduced. Reducing joins nodes instead
+  // of texts, so a long chain of operators is not copied again for each of them.
   struct Node {
     std::string_view token;
     std::uint32_t right = none;
@@ -51,7 +51,7 @@ class ConditionPreparer {
 
   std::vector<Node> nodes_;  // in the order of the text
   std::vector<std::uint32_t> operands_;
-  std::string text_;  // as long as the longest text that any tokens could give so far
+  std::string text_;  // has room for the longest result that the conditions so far could give
 };
 
 }  // namespace consolidator

@@ -30,7 +30,7 @@ namespace consolidator {
 
 namespace {
 
-// The members stand as the bytes do, and the host is little-endian as the format is.
+// In memory a location has the bytes of the format: the host is little-endian, too.
 static_assert(sizeof(BitLocation) == 2 * sizeof(std::uint32_t));
 static_assert(std::is_trivially_copyable_v<BitLocation>);
 
@@ -40,7 +40,7 @@ void writeLocations(ByteWriter& out, const std::vector<BitLocation>& locations) 
                              locations.size() * sizeof(BitLocation)));
 }
 
-// Reads into an empty list. A short read keeps the locations that are there as a whole.
+// Reads into an empty list. A short read keeps the locations that are complete.
 bool readLocations(ByteReader& in, std::vector<BitLocation>& locations) {
   std::uint32_t count = 0;
   if (!in.readClampedU32(count)) return false;

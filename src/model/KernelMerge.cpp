@@ -11,8 +11,8 @@ namespace consolidator {
 
 namespace {
 
-// Logic locations are most of the memory of large models, so they are not copied, and a list that
-// is new as a whole is taken as such.
+// Logic locations take most of the memory of a large model, so they are moved, and a list for a
+// kernel that has none is moved as a whole.
 void takeHardwareVariables(KernelRecord& known, HardwareVariableList& incoming) {
   if (known.hardwareVariables.empty() && incoming.hasDistinctKeys()) {
     known.hardwareVariables = std::move(incoming);
@@ -23,7 +23,7 @@ void takeHardwareVariables(KernelRecord& known, HardwareVariableList& incoming) 
   });
 }
 
-// Bits and BRAMs of the incoming record are dropped, deliberately.
+// Drops the bits and BRAMs of the incoming record, as the rules of mergeKernel() say.
 void mergeInto(KernelRecord& known, KernelRecord&& incoming) {
   if (known.type == KernelType::Unknown) known.type = incoming.type;
   for (const std::string& path : incoming.instancePaths) known.addInstancePath(path);
@@ -65,7 +65,7 @@ void mergeKernels(KernelList& kernels, KernelSequence&& incoming, RunObserver* o
     }
     incoming = taken.takeItems();
   }
-  // Each gives its room to what comes of it.
+  // Each record is freed before the next one is merged.
   for (; !incoming.empty(); incoming.pop_front()) {
     mergeKernel(kernels, std::move(incoming.front()), observer);
   }

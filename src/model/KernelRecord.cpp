@@ -9,7 +9,7 @@
 namespace consolidator {
 
 void KernelRecord::reset() {
-  // The hardware variables stay, deliberately: decoding resets fresh records only, which have none.
+  // The hardware variables stay: decoding resets only fresh records, which have none.
   name.clear();
   instancePaths.clear();
   type = KernelType::Unknown;

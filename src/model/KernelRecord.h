@@ -14,8 +14,7 @@
 
 namespace consolidator {
 
-/// Kind of a kernel. Files may hold other numbers; they are kept as they are and rendered as
-/// "Unknown".
+/// Kind of a kernel. Files may hold other numbers; they are kept, and rendered as "Unknown".
 enum class KernelType : std::uint32_t { OpenCL = 0, C = 1, RTL = 2, Unknown = 3, HLS = 4 };
 
 /// Texts that are found by themselves.
@@ -38,7 +37,7 @@ struct KernelRecord {
   BreakableConditionList breakableConditions;
   std::vector<std::string> brams;  ///< duplicates are allowed
 
-  /// Clears everything but `hardwareVariables`.
+  /// Clears everything except `hardwareVariables`.
   void reset();
 
   /// Appends the path unless an equal one is present.
@@ -50,7 +49,7 @@ struct KernelRecord {
   /// Appends a variable without bits unless one of that name is present.
   void addVariable(std::string_view variableName, std::string_view second, std::string_view cType);
 
-  /// Appends it, locations included, unless a hardware variable of that `rtlName` is present.
+  /// Appends the variable with its locations unless one of that `rtlName` is present.
   void addHardwareVariable(HardwareVariable variable);
 
   /// Sets the location of one bit of the first hardware variable of that name, which is appended
@@ -59,11 +58,11 @@ struct KernelRecord {
   void setLogicLocation(std::string_view rtlName, std::uint32_t bitIndex, std::uint32_t first,
                         std::uint32_t second);
 
-  /// The width of an argument or variable in bits, see VariableRecord::bitWidth(). Other code is
-  /// bound to it under this name.
+  /// The width of an argument or variable in bits, see VariableRecord::bitWidth(). Other code
+  /// relies on this name.
   static std::uint32_t bitWidth(const VariableRecord& variable) { return variable.bitWidth(); }
 
-  /// What the JSON text puts behind each instance path: "/U0" if the type of an argument contains
+  /// What the JSON text appends to each instance path: "/U0" if the type of an argument contains
   /// "float" or "double", else "/inst".
   std::string_view instanceSuffix() const;
 
@@ -73,22 +72,22 @@ struct KernelRecord {
   /// Appends a copy unless an equal condition is present.
   void addBreakableCondition(const BreakableCondition& condition);
 
-  /// Appends the name; always, even if it is present. Nothing here calls it, since RAM reports add
-  /// nothing; other code is bound to it.
+  /// Appends the name, even if it is present. Not called here, since RAM reports add nothing, but
+  /// other code relies on it.
   void addBRAM(std::string_view bramName);
 
   /// Removes trivially true conditions and rewrites the others in prefix form with qualified
   /// names. A second call swaps the operands back, see ConditionPreparer.
   void prepareBreakableConditions();
 
-  /// Appends the binary form: the fields in the order in which they stand here, each list as a
-  /// count followed by its elements. Returns how many bytes the writer took, which may include some
-  /// that wait for its stream; fewer once the stream failed.
+  /// Appends the binary form: the fields in the order above, each list as a count followed by its
+  /// elements. Returns how many bytes the writer took, including those that still wait for its
+  /// stream; fewer once the stream has failed.
   std::uint64_t writeBinary(ByteWriter& out) const;
 
-  /// Reads the binary form into this freshly made record. Nothing is validated but that the bytes
-  /// are there: a short read returns false and keeps what was read so far. Lists are appended to
-  /// without looking for equal entries. A null stream returns false and changes nothing.
+  /// Reads the binary form into this freshly made record. The only check is that the bytes are
+  /// there: a short read returns false and keeps what was read so far. Lists take equal entries,
+  /// too. A null stream returns false and changes nothing.
   bool readBinary(ByteReader& in);
 
   /// Skips a binary form, which takes no memory. Returns false where readBinary() does.

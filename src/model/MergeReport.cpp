@@ -1,6 +1,6 @@
 #include "model/MergeReport.h"
 
-#include "model/KernelJson.h"
+#include "model/KernelJsonText.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,7 +10,7 @@ namespace consolidator {
 namespace {
 
 std::string_view nameOf(KernelType type) {
-  const std::string_view quoted = typeText(type);
+  const std::string_view quoted = KernelJsonText::typeText(type);
   return quoted.substr(1, quoted.size() - 2);
 }
 

@@ -28,9 +28,12 @@ struct VariableRecord {
 
   /// Width in bits derived from `cType`: 64 where it contains "*", else 8 where it contains
   /// "char", else 32 (also for "double": consumers rely on this coarse rule).
-  std::uint32_t bitWidth() const {
-    if (cType.find('*') != std::string::npos) return 64;
-    if (cType.find("char") != std::string::npos) return 8;
+  std::uint32_t bitWidth() const { return bitWidthOf(cType); }
+
+  /// The same for a type that no record holds.
+  static std::uint32_t bitWidthOf(std::string_view cType) {
+    if (cType.find('*') != std::string_view::npos) return 64;
+    if (cType.find("char") != std::string_view::npos) return 8;
     return 32;
   }
 

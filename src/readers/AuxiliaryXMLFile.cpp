@@ -58,8 +58,8 @@ std::string_view quotedValueAfter(std::string_view attribute, std::string_view w
   return value.empty() ? value : value.substr(0, value.size() - 1);
 }
 
-// The opening quote is cut and the closing one is not, deliberately: a stream is what stands in two
-// pairs of quotes, and one pair makes it an "int".
+// Odd, but to be kept: the opening quote is cut off and the closing one is not, so only a name in
+// two pairs of quotes is that of a stream, and the usual one pair makes it an "int".
 std::string_view typeOf(std::string_view busType) {
   return busType == R"("acc_fifo")" || busType == R"("acc_fifo"")" ? "int*" : "int";
 }

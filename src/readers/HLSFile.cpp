@@ -62,15 +62,15 @@ bool HLSFile::readLine(std::string_view line) {
   return readBlock(second);
 }
 
-// The innermost scope ends, deliberately, whatever name the line gives.
+// Odd, but to be kept: the innermost scope ends, whatever name the line gives.
 bool HLSFile::closeScope() {
   if (functionScopes_.empty()) return false;
   functionScopes_.pop_back();
   return true;
 }
 
-// Each word of the name is followed by a space if anything follows it on the line, so that white
-// space at the end of the line leaves one space at the end of the name. Deliberately so.
+// Each word of the name is followed by a space if anything follows it on the line. Odd, but to be
+// kept: white space at the end of the line leaves one space at the end of the name.
 void HLSFile::startFunction(FieldReader words) {
   finishFunction();
   function_.clear();
@@ -83,8 +83,8 @@ void HLSFile::startFunction(FieldReader words) {
   }
 }
 
-// A function whose first line number was used by an earlier one, even for another file, is dropped
-// with its locals, deliberately; so is a function without any.
+// Odd, but to be kept: a function is dropped with its locals if it has no line number, or if an
+// earlier one had the same, even in another file.
 void HLSFile::finishFunction() {
   if (!function_.line) return observeDropped("a function without a source position");
   if (usedLines_.contains(*function_.line)) {
@@ -109,7 +109,8 @@ void HLSFile::finishFunction() {
   }
 }
 
-// The line that closes the block is used up, deliberately, even if it would start something else.
+// Odd, but to be kept: the line that closes the block is used up, even if it would start something
+// else.
 bool HLSFile::readBlock(std::string_view localName) {
   HlsLocalRecord local{std::string(localName), {}, 0};
   while (const std::optional<std::string_view> line = readBlockLine()) {

@@ -35,8 +35,8 @@ struct LineNumberKey {
 ///     End Function vadd
 ///
 /// An RTL line starts a function record, named by the words from the fourth on. A block starts with
-/// a "local" line and runs over all lines of two words with a ":" in the second: a register behind
-/// "reg:", a source position behind anything else. The line after these closes the block; its
+/// a "local" line and runs over all lines of two words with a ":" in the second: a register after
+/// "reg:", a source position after anything else. The line after these closes the block; its
 /// second word is the register that counts.
 ///
 /// A function is complete when the next one starts. What it gives goes into the kernel record then,
@@ -50,7 +50,7 @@ class HLSFile : public InputFile {
 
   /// Appends one record, named for the file: its variables are the locals, its conditions one for
   /// each function with a source position. Prints nothing. Returns false for a line that is none
-  /// of the above, a line over the bound, an "End Function" too much or too few, and a block before
+  /// of the above, a line over the bound, an "End Function" too many or too few, and a block before
   /// any RTL line. The end of the file closes a block as an empty line does.
   bool parse() override;
 

@@ -59,7 +59,7 @@ void buildHdlReservedWords(HdlReservedWords& words) {
   words.insert(reservedWords.begin(), reservedWords.end());
 }
 
-// A name that holds the suffix earlier as well is left alone, although it ends in it.
+// Odd, but to be kept: a name that also holds the suffix before its end is left alone.
 std::string restoreReservedWordName(std::string_view name) {
   const std::string_view stem = name.substr(0, name.find(suffix));
   const bool isSuffixed = stem.size() + suffix.size() == name.size();

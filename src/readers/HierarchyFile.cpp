@@ -74,8 +74,8 @@ bool HierarchyFile::readInstancePath() {
   return true;
 }
 
-// A kernel without a name is not stored when the next one starts: what it holds so far goes over to
-// the next one, deliberately.
+// Odd, but to be kept: a kernel without a name is not stored when the next one starts; what it
+// holds goes over to the next one.
 void HierarchyFile::startKernel(std::string_view header) {
   if (observer_ != nullptr) observeHeader(header);
   if (!kernels_.back().name.empty()) kernels_.emplace_back();

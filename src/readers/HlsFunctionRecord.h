@@ -21,7 +21,7 @@ struct HlsFunctionRecord {
   void clear();
 
   /// Takes a source position such as `kernel.cpp:12`, unless there is one: only the first counts.
-  /// The file ends at the first ":"; of the decimal digits behind it the low 32 bits count.
+  /// The file ends at the first ":"; of the decimal digits after it the low 32 bits count.
   void addLocation(std::string_view position);
 
   friend bool operator==(const HlsFunctionRecord&, const HlsFunctionRecord&) = default;

@@ -8,9 +8,9 @@ namespace consolidator {
 
 namespace {
 
-// The number between the characters at two positions. A missing character is at npos, so that the
-// text starts at the start of the word or ends at its end; it also ends there when `last` does not
-// come after `first`. Deliberately so: "r[3]" has the bounds 3 and 0.
+// The number between the characters at two positions. A missing character is at npos, so the text
+// starts at the start of the word or ends at its end; it also ends there when `last` does not come
+// after `first`. Odd, but to be kept: "r[3]" has the bounds 3 and 0.
 std::uint32_t numberBetween(std::string_view word, std::size_t first, std::size_t last) {
   const std::size_t start = first + 1;
   return static_cast<std::uint32_t>(leadingDecimal(word.substr(start, last - start)));

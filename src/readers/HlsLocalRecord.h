@@ -14,8 +14,8 @@ struct HlsLocalRecord {
   std::int32_t width = 0;  ///< of the register, in bits
 
   /// Takes name and width of the register from a word such as `sum_reg[31:0]` (32 bits) or `flag`
-  /// (1 bit). Any word will do: what lacks one of "[", ":" and "]" gets a width that follows from
-  /// the rule for words that have them all.
+  /// (1 bit). No word is refused: one that lacks "[", ":" or "]" gets the width that the rule for
+  /// complete words gives.
   void setRegister(std::string_view word);
 
   friend bool operator==(const HlsLocalRecord&, const HlsLocalRecord&) = default;

@@ -24,12 +24,12 @@ class InputFile {
   InputFile& operator=(const InputFile&) = delete;
   virtual ~InputFile() = default;
 
-  /// Whether the input can be read: it is open, and neither its end nor an error was met yet. So a
-  /// reader that has read its whole input is not valid any more.
+  /// Whether the input can be read: it is open and has met neither its end nor an error. A reader
+  /// that has read its whole input is not valid any more.
   virtual bool isValid() const;
 
-  /// Reads the whole input and fills kernels(). Returns false when nothing of it may be used;
-  /// what there is to say about that was printed on standard error.
+  /// Reads the whole input and fills kernels(). Returns false when nothing of it may be used; the
+  /// message, if there is one, was printed on standard error.
   virtual bool parse() = 0;
 
   /// The records that came out of the input, in its order.

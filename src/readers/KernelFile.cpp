@@ -111,8 +111,8 @@ const KernelSequence& KernelFile::kernels() {
   return kernels_;
 }
 
-// A kernel whose name came before in the document lacks none but the arguments that came since:
-// merging the others again would take n² steps for n kernels of one name.
+// A kernel whose name came before in the document lacks only the arguments that came since: merging
+// the others again would take n² steps for n kernels of one name.
 void KernelFile::mergeInto(KernelList& known) {
   KeyedList<MergedKernel, MergedKernelKey> merged;
   forEachRecord([&](KernelRecord& record, bool isLast) {
@@ -127,8 +127,8 @@ void KernelFile::mergeInto(KernelList& known) {
   });
 }
 
-// One record serves for the whole document, deliberately: each kernel is stored with the arguments
-// of those before it. `use` may take the last one away.
+// Odd, but to be kept: one record serves for the whole document, so each kernel is stored with the
+// arguments of those before it. `use` may move the last record away.
 template <typename Use>
 void KernelFile::forEachRecord(Use use) const {
   if (!project_) return;

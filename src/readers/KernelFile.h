@@ -27,9 +27,9 @@ namespace consolidator {
 ///             <kernel name="vadd">
 ///               <arg name="begin_r" type="int*"/>
 ///
-/// The document is read through its typed binding, which opens the file once more by its name; of
-/// what it holds, nothing else is used. It has the names of the hardware: one that is a reserved
-/// word followed by "_r" gets the reserved word back as its source name.
+/// Nothing else in the document is used. It is read through its typed binding, which opens the file
+/// once more by its name. It has the names of the hardware: a reserved word followed by "_r" stands
+/// for a source name that is the reserved word.
 class KernelFile : public InputFile {
  public:
   /// Opens the file, as every reader does. The name must outlive the reader.

@@ -15,9 +15,9 @@ namespace {
 
 constexpr std::string_view netMark = "Net=";
 
-// Returns where the first line starts that may name a known register as its net; or else the last
-// line, whose rest may be missing. A word that may be the net starts behind white space or behind
-// the digits of the last number, so none starts inside another.
+// Returns where the first line starts that may name a known register as its net, or else the last
+// line, whose rest may be missing. A word that may be the net starts after white space or after the
+// digits of the last number, so none starts inside another.
 std::size_t lineOfConcern(const RegisterIndex& registers, std::string_view lines) {
   std::size_t at = 0;
   std::string_view net;
@@ -69,7 +69,7 @@ bool LLFile::parse() {
   }
   RegisterIndex registers(kernels_, lineBound);
   SharedNets sharedNets(kernels_);
-  // White space in front of a line does not count as part of it, but for the first line.
+  // White space in front of a line does not count as part of it, except in front of the first.
   do {
     if (const auto line = buffer_.readLine(lineBound)) {
       if (line->overBound) ignore("a line over 2047 bytes");

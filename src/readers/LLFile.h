@@ -25,8 +25,8 @@ class SharedNets;
 /// known before: those where a net lies inside an instance and is the register of an argument or
 /// a variable.
 ///
-/// The files reach gigabytes and few of their lines concern a kernel, so a line is looked at
-/// closely only if a word that may be its net ends in the name of a known register.
+/// The files reach gigabytes and few of their lines concern a kernel, so a line is read field by
+/// field only if a word that may be its net ends in the name of a known register.
 class LLFile : public InputFile {
  public:
   /// Greatest length of a line; longer ones are ignored as a whole.

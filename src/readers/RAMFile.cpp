@@ -30,9 +30,9 @@ bool RAMFile::parse() {
   return true;
 }
 
-// A report must not change what is known of the kernels: block RAMs would be added to working
-// copies that are dropped at once, so rows are not matched with kernels at all. Either closing
-// title closes either section, deliberately.
+// A report must not change what is known of the kernels: block RAMs would go to working copies that
+// are dropped at once, so rows are not matched with kernels at all. Odd, but to be kept: either
+// closing title closes either section.
 void RAMFile::readLine(std::string_view line) {
   if (section_ != inferredSection && section_ != instantiatedSection) {
     readTitle(line);

@@ -21,7 +21,7 @@ namespace consolidator {
 /// with the number 8 was read.
 class RAMFile : public InputFile {
  public:
-  /// The greatest length of a line in bytes. Longer ones are passed over.
+  /// The greatest length of a line in bytes. Longer ones are ignored.
   static constexpr std::size_t lineBound = 2047;
 
   /// The known kernels are read only; they must outlive the reader.

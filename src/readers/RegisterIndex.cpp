@@ -28,8 +28,8 @@ NumbersByText indexPaths(const KernelSequence& kernels, std::size_t longest) {
   return NumbersByText(notes);
 }
 
-// A line takes about as long as to look through so many numbers for each of its bytes that are in
-// the name.
+// Looking through this many numbers for each byte of the name takes about as long as reading the
+// line.
 constexpr std::size_t cheapPerByte = 2048;
 
 }  // namespace

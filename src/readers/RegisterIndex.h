@@ -15,13 +15,13 @@
 namespace consolidator {
 
 /// Finds the kernels that a register of the design belongs to, in a time that depends on its name
-/// and on what is found, not on the number of kernels, instances and registers; as long as not many
-/// paths and registers are shared by many kernels each.
+/// and on what is found, not on the number of kernels, instances and registers, unless many kernels
+/// share many paths and registers.
 class RegisterIndex {
  public:
-  /// The instance paths, arguments and variables of the kernels must stay as they are. No name that
-  /// is looked for may be longer than `longestName` bytes, a "/" in front included: longer paths
-  /// occur in none, and are left out.
+  /// The instance paths, arguments and variables of the kernels must not change afterwards. No name
+  /// that is looked for may be longer than `longestName` bytes, including the "/" in front: longer
+  /// paths cannot occur in one, and are left out.
   RegisterIndex(const KernelSequence& kernels, std::size_t longestName);
 
   /// Returns false only if no argument or variable of any kernel has this register.
@@ -34,7 +34,7 @@ class RegisterIndex {
   };
 
   /// Finds the kernels that have an argument or a variable whose register is the last part of the
-  /// hierarchical name (behind its last "/") and an instance path that occurs anywhere in the
+  /// hierarchical name (after its last "/") and an instance path that occurs anywhere in the
   /// hardware name. The result holds until the next call.
   Found find(std::string_view hierarchicalName);
 

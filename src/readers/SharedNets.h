@@ -10,22 +10,22 @@
 
 namespace consolidator {
 
-/// The nets that belong to several kernels each. A location of such a net is set in the first of
-/// its kernels only, and goes from there to the others at the end: so a bit that many lines name
-/// costs each kernel once.
+/// The nets that belong to several kernels each. A location of such a net is set only in the first
+/// of its kernels, and copied to the others at the end. A bit that many lines name thus costs each
+/// kernel once.
 class SharedNets {
  public:
   /// The kernels whose hardware variables are set; the list must outlive this object and keep its
-  /// size. Between add() and handOut() nobody else may set bits of the nets added.
+  /// size. Between add() and handOut(), bits of the added nets may be set through this object only.
   explicit SharedNets(KernelSequence& kernels) : kernels_(kernels) {}
 
   /// Sets one bit of a net, which is named without the "/" in front of its hardware name. Returns
   /// false if it was not added.
   bool set(std::string_view name, std::uint32_t bit, const LogicLocation& location);
 
-  /// Adds a net that was not added yet and belongs to the kernels at these positions, of which
-  /// there must be at least two; and sets its first bit, in all of them, since that is where the
-  /// hardware variable comes in the order of those of each kernel.
+  /// Adds a net that was not added yet and belongs to the kernels at these positions, at least two.
+  /// Sets this bit in all of them, which gives the hardware variable its place in each kernel's
+  /// list.
   void add(std::string_view hardwareName, const std::vector<std::uint32_t>& owners,
            std::uint32_t bit, const LogicLocation& location);
 

@@ -7,7 +7,7 @@ namespace consolidated {
 namespace {
 
 // Where one text occurs in another, from a position on. Unlike the search of std::string_view, that
-// of the C library takes no time that grows with the product of both lengths.
+// of the C library takes linear time.
 std::size_t findText(std::string_view text, std::string_view wanted, std::size_t from) {
   const void* const found =
       memmem(text.data() + from, text.size() - from, wanted.data(), wanted.size());

@@ -45,7 +45,7 @@ class GrowingBlock {
     return got;
   }
 
-  // Gives the mapping of the bytes up, without the room that is left.
+  // Hands the mapping over, without the room that is left.
   std::string_view release() {
     remap(size_);
     capacity_ = 0;

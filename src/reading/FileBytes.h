@@ -8,10 +8,10 @@
 
 namespace consolidated {
 
-/// Bytes of the header, which every file has that is open.
+/// Bytes of the header, which every open file has.
 inline constexpr std::size_t headerSize = 16;
 
-/// The fault of bytes that are those of no consolidated file, or none.
+/// The fault of bytes that do not begin like a consolidated file, or none.
 std::optional<Fault> headerFault(std::string_view bytes) noexcept;
 
 /// Maps all of a regular file whose descriptor stands at its start; null data when that cannot be

@@ -44,7 +44,7 @@ void KernelIterator::visit(const Section& section) noexcept {
 void KernelIterator::startRecords(std::uint32_t offset) noexcept {
   in_ = detail::Cursor(bytes_, offset);
   if (!in_.readU32(left_)) return stop(FaultCode::RecordsShort, offset);
-  // A number of kernels that cannot be right is to blame for what fails further in.
+  // If the number of kernels cannot be right, the fault is at that number, not further in.
   if (left_ > in_.remaining() / leastKernelSize) in_.failAt(offset);
   count_ = offset;
 }

@@ -9,8 +9,8 @@
 namespace Devpack {
 
 /// The child elements of one name, in document order; they are owned, and copied with their owner.
-/// Each keeps its address as long as it is in the list. Most lists are empty, in documents with
-/// many elements nearly all; an empty one takes no more than a pointer.
+/// Each keeps its address as long as it is in the list. Most lists are empty, nearly all in
+/// documents with many elements; an empty one takes one pointer.
 template <typename T>
 class ChildList {
  public:

@@ -169,7 +169,7 @@ struct Platform
 
 /// "project", the root of the document.
 struct Project : Element<Attribute<"name">, Namespaces<"xmlns">, Children<"platform", Platform>> {
-  // Of the whole tree; not in the header, so that its users need not compile them.
+  // They work on the whole tree: defined in the source, so that users need not compile them.
   Project();
   Project(const Project& other);
   Project(Project&& other) noexcept;
@@ -178,8 +178,8 @@ struct Project : Element<Attribute<"name">, Namespaces<"xmlns">, Children<"platf
   ~Project();
 
   /// Reads the document in a file. `errorCode` is `not_read` until that has come to its end, and
-  /// `ok` after it. A file that cannot be opened makes it `file_not_opened` and an empty project;
-  /// every fault of the document is thrown as a `lmx::c_lmx_exception`, whose code it gets.
+  /// `ok` after it. A file that cannot be opened makes it `file_not_opened` and gives an empty
+  /// project; every fault of the document is thrown as a `lmx::c_lmx_exception` and sets its code.
   Project(const char* fileName, lmx::error_code& errorCode);
 
   /// The same from any source. An observer, if there is one, is told what is left out.
@@ -187,8 +187,8 @@ struct Project : Element<Attribute<"name">, Namespaces<"xmlns">, Children<"platf
           lmx::c_reading_observer* observer = nullptr);
 
   /// Writes the document to a file, which is created or overwritten. Returns `not_written` when it
-  /// could not be written in full. The tool itself writes no document, here or below; other code is
-  /// bound to that.
+  /// could not be written in full. The tool itself writes no document, but other code relies on
+  /// this and the next function.
   lmx::error_code writeToFile(const char* fileName) const;
 
   /// The document as a text in UTF-8.

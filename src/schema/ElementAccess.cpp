@@ -97,7 +97,7 @@ void readContent(lmx::c_xml_reader& reader, ElementBase& element, const ElementT
 
 void readDocument(lmx::c_xml_reader& reader, std::string_view elementName, ElementBase& element,
                   const ElementTable& table) {
-  // Even a document without a root element leaves no address of it in the reader.
+  // The map is part of the element, so the reader must forget it even if it met no root element.
   constexpr auto forget = [](lmx::c_xml_reader* used) { used->set_ns_map(nullptr); };
   const std::unique_ptr<lmx::c_xml_reader, decltype(forget)> forgetting(&reader, forget);
   RootSelector root(elementName, element, table);

@@ -15,8 +15,8 @@ class c_xml_reader;
 class c_xml_writer;
 }  // namespace lmx
 
-// How reading and writing reach the fields of an element without knowing its class: they are
-// compiled once for all classes, and go by a table that each class has.
+// How reading and writing reach the fields of an element without knowing its class: through a table
+// that each class has, so that they are compiled once for all classes.
 namespace Devpack {
 
 /// An element of any class.
@@ -33,7 +33,7 @@ struct AddedChild {
   OptionalText* text = nullptr;
 };
 
-/// One field: `read` is for attributes, `add` for children, the other one is null.
+/// One field: an attribute has `read`, a child has `add`, and the other one is null.
 struct FieldAccess {
   std::string_view name;
   void (*read)(ElementBase& element, lmx::c_xml_reader& reader, std::string_view value);

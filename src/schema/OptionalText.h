@@ -9,8 +9,8 @@
 
 namespace Devpack {
 
-/// A text of any bytes that may be absent. Documents hold millions of them, nearly all short, so
-/// that what one takes counts: it takes 16 bytes and holds up to `inlineSize` bytes in itself.
+/// A text of any bytes that may be absent. Documents hold millions of them, nearly all short: one
+/// takes 16 bytes and holds up to `inlineSize` bytes in itself.
 class OptionalText {
  public:
   static constexpr std::size_t inlineSize = 15;

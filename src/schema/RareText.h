@@ -7,8 +7,8 @@
 
 namespace Devpack {
 
-/// A text that is nearly always absent and takes no more than a pointer then: a document may
-/// consist of elements with many such attributes and none of them set.
+/// A text that is nearly always absent, when it takes one pointer: a document may consist of
+/// elements with many such attributes and none of them set.
 class RareText {
  public:
   bool isPresent() const { return text_.get() != nullptr; }

@@ -10,8 +10,8 @@
 
 namespace consolidator {
 
-/// The fields of one line, extracted as a standard stream with the C locale extracts them, at a
-/// fraction of its cost. The line must outlive the reader and what it returns.
+/// The fields of one line, extracted as by a standard stream with the C locale, at a fraction of
+/// the cost. The line must outlive the reader and what it returns.
 class FieldReader {
  public:
   explicit FieldReader(std::string_view line) : rest_(line) {}
@@ -28,9 +28,9 @@ class FieldReader {
   std::string_view rest() const { return rest_; }
 
   /// Skips white space and reads an unsigned number. As from a stream, it may have a sign ("-1"
-  /// wraps around), in base 16 also "0x" before its digits, and it ends before the first character
-  /// that is no digit, where the next field starts. Returns false, and leaves the rest of the line
-  /// in no particular state, when there is no digit or the digits exceed T.
+  /// wraps around) and, in base 16, "0x" before its digits. It ends before the first character that
+  /// is no digit, where the next field starts. Returns false when there is no digit or the number
+  /// exceeds T; the line must not be read on then.
   template <std::unsigned_integral T>
   bool readNumber(T& number, int base = 10) {
     skipWhiteSpace();

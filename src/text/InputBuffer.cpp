@@ -104,7 +104,7 @@ InputBuffer::int_type InputBuffer::underflow() {
   return traits_type::to_int_type(*gptr());
 }
 
-// Adds a block's worth of bytes behind those that are available. Returns false at the end.
+// Appends a block of bytes to those that are available. Returns false at the end.
 bool InputBuffer::readMore() {
   hasMetEnd_ = atEnd_ || !readBlock();
   return !hasMetEnd_;

@@ -19,8 +19,8 @@ struct BoundedLine {
 };
 
 /// Stream buffer of the readers: one forward pass over a file (or a text in memory) in large
-/// blocks. It never seeks, so pipes will do. Words are handed out as views into the block, which
-/// is what makes readers fast; the rare fields that must behave as a standard stream extracts them
+/// blocks. It never seeks, so it can read pipes. Words are handed out as views into the block,
+/// which makes readers fast; the few fields that must be extracted exactly as by a standard stream
 /// are read by an `std::istream` on the same buffer, and both may be mixed freely.
 ///
 /// White space is that of the C locale. A read error ends the input as the end of the file does.
@@ -64,12 +64,12 @@ class InputBuffer : public std::streambuf {
   /// How much was read of an observed buffer.
   InputExtent extent();
 
-  /// Whether something was asked for and the input was at its end: what makes a standard stream
-  /// say that it met the end of the file.
+  /// Whether something was asked for at the end of the input, which is when a standard stream
+  /// reports the end of the file.
   bool hasMetEnd() const { return hasMetEnd_; }
 
-  /// The bytes that are next and in memory already; may be none before the end of the input, too.
-  /// For a quick look ahead. The view holds until the next read.
+  /// The next bytes, as far as they are in memory already, for a quick look ahead; may be empty
+  /// before the end of the input. The view holds until the next read.
   std::string_view buffered() const { return {gptr(), available()}; }
 
   /// Skips so many of the buffered() bytes.
@@ -99,7 +99,7 @@ class InputBuffer : public std::streambuf {
 
   /// Reads the rest of the line; its end is consumed and not part of it. Nothing at the end of the
   /// input. The view holds until the next read. A line over the bound is not consumed, since it may
-  /// never end: who wants to go on behind it calls skipLine().
+  /// never end: call skipLine() to go on after it.
   std::optional<BoundedLine> readLine(std::size_t bound);
 
  protected:

@@ -33,7 +33,7 @@ bool TextFilter::mayHold(std::string_view text) const {
   return (bits_[bit / bitsPerWord] & maskOf(bit)) != 0;
 }
 
-// Both ends of a text and its length tell nearly all names apart.
+// Hashes both ends of a text and its length, which tell nearly all names apart.
 std::uint64_t TextFilter::bitOf(std::string_view text) const {
   constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15U;
   std::uint64_t head = 0;

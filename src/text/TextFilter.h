@@ -14,7 +14,7 @@ namespace consolidator {
 /// times where half of them do.
 class TextFilter {
  public:
-  /// Makes room for so many texts; more of them only cause more errors.
+  /// Makes room for this many texts; more of them only cause more errors.
   explicit TextFilter(std::size_t textCount);
 
   void add(std::string_view text);

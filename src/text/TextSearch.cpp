@@ -65,8 +65,8 @@ void TextSearch::addPattern(State state, std::uint32_t pattern) {
   nodes_[state].longestMatch = pattern;
 }
 
-// Adds a state for each character that comes next in some of the sorted patterns, and appends those
-// of each. Shorter states must be complete, since a fallback is shorter.
+// Adds a state for each character that comes next in some of the sorted patterns, and appends to
+// `longer` the patterns of each. Shorter states must be complete, since a fallback is shorter.
 void TextSearch::addChildren(State state, Patterns patterns, std::size_t length,
                              std::vector<Patterns>& longer) {
   while (!patterns.empty()) {
@@ -108,7 +108,7 @@ inline const std::vector<std::uint32_t>& TextSearch::search(std::string_view tex
   return found_;
 }
 
-// Returns the start, which is nobody's child, when there is none.
+// Returns the start, which is no state's child, when there is none.
 inline TextSearch::State TextSearch::child(State state, char c) const {
   const State end = nodes_[state + 1].firstChild;
   for (State i = nodes_[state].firstChild; i < end; ++i) {
@@ -127,8 +127,8 @@ inline TextSearch::State TextSearch::next(State state, char c) const {
   return longer;
 }
 
-// Once a search found a pattern, it found all its suffixes, so it may end there: a search takes no
-// longer for finding the same patterns many times.
+// A search that has found a pattern has found its suffixes, too, and may stop there: finding the
+// same patterns many times takes no longer.
 inline void TextSearch::addMatches(State state) {
   std::uint32_t match = nodes_[state].longestMatch;
   while (match != none && foundBy_[match] != searchNumber_) {

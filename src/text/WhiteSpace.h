@@ -19,8 +19,8 @@ inline constexpr std::array<bool, 256> whiteSpaceTable = [] {
 /// Whether a character is white space in the C locale, which separates the words of every input.
 constexpr bool isWhiteSpace(char c) { return whiteSpaceTable[static_cast<unsigned char>(c)]; }
 
-/// Returns the number of characters before the first that is white space or a control character of
-/// a lower code than " ", the zero byte included.
+/// Returns the number of characters before the first space or control character with a code below
+/// that of the space, which includes all white space and the zero byte.
 inline std::size_t plainLength(std::string_view text) {
   return lengthBeforeCodeBelow<' ' + 1>(text);
 }

@@ -52,7 +52,7 @@ TEST(ByteReader, ReadsFromTheStreamsPosition) {
   EXPECT_EQ(value, 5U);
 }
 
-TEST(ByteReader, HasNoBytesBehindTheEndOfTheStream) {
+TEST(ByteReader, HasNoBytesAfterTheEndOfTheStream) {
   const MemoryStream stream("abc");
   std::fseek(stream.get(), 100, SEEK_SET);
   ByteReader in(stream.get());
@@ -223,7 +223,7 @@ void skipNumbers(ByteReader& in, std::size_t size) {
   ASSERT_TRUE(in.readBytes(rest.data(), rest.size()));
 }
 
-// Numbers and texts at every place relative to the borders behind the first two blocks.
+// Numbers and texts at every place relative to the borders after the first two blocks.
 TEST(ByteReader, ReadsAcrossTheBordersOfItsBlocks) {
   constexpr std::size_t firstSize = 4096;
   for (const std::size_t border : {firstSize, firstSize + blockSize}) {

@@ -99,32 +99,11 @@ TEST_F(ConsolidatedFileDwarfTest, KeepsItsSizeWhateverTheStreamTook) {
   EXPECT_EQ(entry, (SectionEntry{SectionKind::Dwarf, 0, 5}));
 }
 
-TEST_F(ConsolidatedFileDwarfTest, FileThatShrinksBeforeTheSaveGivesWhatIsLeft) {
-  const std::string dwarf = folder_.write("dwarf", std::string(100'000, 'x'));
-  open("");
-  file_.addDwarf(dwarf);
-  std::filesystem::resize_file(dwarf, 50'000);
-  file_.save();
-  EXPECT_EQ(saved(), container({{SectionKind::Dwarf, std::string(50'000, 'x')},
-                                {SectionKind::Json, emptyJson()}}));
-}
-
 TEST_F(ConsolidatedFileDwarfTest, IsWrittenInFullByEverySave) {
   open("");
   file_.addDwarf(folder_.write("dwarf", "bytes"));
   file_.save();
   EXPECT_EQ(saved(), container({{SectionKind::Dwarf, "bytes"}, {SectionKind::Json, emptyJson()}}));
-}
-
-TEST_F(ConsolidatedFileDwarfTest, FilesOfTwoGibibytesAreRefused) {
-  const std::string dwarf = folder_.write("dwarf", "");
-  open("");
-  for (const std::uintmax_t size :
-       {std::uintmax_t{1} << 31U, (std::uintmax_t{1} << 32U) + 5, std::uintmax_t{1} << 33U}) {
-    std::filesystem::resize_file(dwarf, size);  // a hole: takes no room
-    file_.addDwarf(dwarf);
-    EXPECT_EQ(file_.table(), Table()) << size;
-  }
 }
 
 TEST_F(ConsolidatedFileDwarfTest, AnEmptyStoredSectionCountsAsTheFirstOne) {

@@ -1,10 +1,8 @@
 #include "consolidated/ConsolidatedFileFixture.h"
-#include "support/AllocationGauge.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace consolidator {
 namespace {
@@ -53,11 +51,6 @@ TEST_F(ConsolidatedFileReadingTest, AShortFileOverwritesJustTheBytesItHas) {
   }
 }
 
-TEST_F(ConsolidatedFileReadingTest, AShortFileShowsInTheHeader) {
-  EXPECT_FALSE(readModel("\xD4\xDA\xEF\xBE\x02"));
-  EXPECT_EQ(file_.header(), (FileHeader{FileHeader::expectedMagic, 2, 1, 0}));
-}
-
 TEST_F(ConsolidatedFileReadingTest, AForeignMagicIsKeptWithItsVersionsAndWrittenBack) {
   const std::string foreign =
       header(1, 1, 0x0C0B0A09, 0x04030201U) + entry(SectionKind::ProjectName, 40, 4) + "proj";
@@ -73,12 +66,6 @@ TEST_F(ConsolidatedFileReadingTest, OtherVersionsAreReadAndWrittenBack) {
   const std::string old = header(1, -1, 77) + entry(SectionKind::Json, 40, 22) + emptyJson();
   EXPECT_TRUE(readModel(old));
   EXPECT_EQ(rewritten(old), old);
-}
-
-TEST_F(ConsolidatedFileReadingTest, PaddingIsIgnoredAndWrittenAsZeros) {
-  EXPECT_EQ(rewritten(header(2) + entry(SectionKind::ProjectName, 64, 4, 0xAABBCCDDU) +
-                      entry(SectionKind::Json, 68, 22, 0xFFFFFFFFU) + "proj" + emptyJson()),
-            container({{SectionKind::ProjectName, "proj"}, {SectionKind::Json, emptyJson()}}));
 }
 
 TEST_F(ConsolidatedFileReadingTest, ATableCutShortKeepsWholeEntriesAndVisitsNone) {
@@ -114,13 +101,6 @@ TEST_F(ConsolidatedFileReadingTest, ClampedSizesAreShortReadsForNamesAndDwarf) {
     EXPECT_FALSE(readModel(header(1) + entry(kind, 40, 0xFFFFFFFFU) + "bytes"));
     EXPECT_EQ(file_.table(), (Table{{kind, 40, 0xFFFFFFFEU}}));
   }
-}
-
-TEST_F(ConsolidatedFileReadingTest, OffsetsAreCutToThirtyTwoBits) {
-  EXPECT_TRUE(
-      readModel(header(1) + entry(SectionKind::ProjectName, 0xABCDEF0000000028U, 4) + "proj"));
-  EXPECT_EQ(file_.projectName(), "proj");
-  EXPECT_EQ(file_.table(), (Table{{SectionKind::ProjectName, 0xABCDEF0000000028U, 4}}));
 }
 
 TEST_F(ConsolidatedFileReadingTest, ANegativeOffsetEndsTheReadingEvenForAnEmptySection) {
@@ -222,28 +202,6 @@ TEST_F(ConsolidatedFileReadingTest, SeveralRecordSectionsAreAppended) {
   EXPECT_TRUE(readModel(container({{SectionKind::KernelRecords, recordsNamed("a")},
                                    {SectionKind::KernelRecords, recordsNamed("b")}})));
   EXPECT_EQ(kernelNames(), (Names{"a", "b"}));
-}
-
-// A section may claim what it likes: memory is asked for only where the file has the bytes.
-TEST_F(ConsolidatedFileReadingTest, ClaimsBeyondTheFileAskForNoMemory) {
-  constexpr std::size_t blocksAndBuffers = std::size_t{260} * 1024;
-  const std::string name = text("k");
-  const std::vector<std::string> claims = {
-      header(0xFFFFFFFFU) + entry(SectionKind::Json, 40, 22) + emptyJson(),
-      header(1) + entry(SectionKind::ProjectName, 40, 0x7FFFFFFFU) + "proj",
-      header(1) + entry(SectionKind::Dwarf, 40, 0x7FFFFFFFU) + "DWARF",
-      container({{SectionKind::KernelRecords, u32(0xFFFFFFFFU) + kernelRecord("k", 3)}}),
-      container({{SectionKind::KernelRecords, u32(1) + u32(0x7FFFFFFFU) + "name"}}),
-      container({{SectionKind::KernelRecords, u32(1) + name + u32(0xFFFFFFFFU) + text("path")}}),
-      container({{SectionKind::KernelRecords, u32(1) + name + u32(0) + u32(3) + u32(0x7FFFFFFFU)}}),
-  };
-  for (const std::string& bytes : claims) {
-    const std::string path = folder_.write("file", bytes);
-    file_.close();
-    const AllocationGauge gauge;
-    EXPECT_FALSE(file_.readExisting(path));
-    EXPECT_LE(gauge.largest(), blocksAndBuffers);
-  }
 }
 
 }  // namespace

@@ -205,11 +205,11 @@ TEST_F(ConsolidatedFileTest, ClosingForgetsEverything) {
   EXPECT_TRUE(file_.kernels().empty());
 }
 
-TEST_F(ConsolidatedFileTest, PrintsHeaderAndTableInDecimalButForTheMagic) {
+TEST_F(ConsolidatedFileTest, PrintsHeaderAndTableInDecimalAndTheMagicInHexadecimal) {
   openForDump(full);
   const StreamCapture capture;
   file_.printHeader();
-  // Behind the table of 4 entries stand 4, 4, 170 and 55 bytes.
+  // After the table of 4 entries stand 4, 4, 170 and 55 bytes.
   EXPECT_EQ(capture.out(),
             "Magic number: beefdad4\n"
             "Major Version: 1\n"

@@ -135,7 +135,7 @@ TEST_F(DriverProjectTest, ADumpGoesByTheNameBeforeAnyDamage) {
   EXPECT_EQ(folder_.read("out"), "json");
 }
 
-TEST_F(DriverProjectTest, ADumpFindsTheNameBehindSoundSections) {
+TEST_F(DriverProjectTest, ADumpFindsTheNameAfterSoundSections) {
   writeFile(file_, container({{SectionKind::Json, "json"},
                               {SectionKind::Dwarf, "DWARF"},
                               {SectionKind::KernelRecords, u32(1) + kernelRecord("k", 3)},

@@ -41,7 +41,10 @@ std::string difference(const std::string& actual, const std::string& expected) {
 ExecutableRun ExecutableTest::start(const Arguments& arguments, const std::string& name) const {
   Arguments words{name};
   words.insert(words.end(), arguments.begin(), arguments.end());
-  return {executable, words, path("")};
+  soundFiles_.beforeRun(arguments, path(""));
+  ExecutableRun run(executable, words, path(""));
+  soundFiles_.afterRun(run.outcome().status);
+  return run;
 }
 
 ExecutableRun ExecutableTest::startScript(const std::string& script) const {

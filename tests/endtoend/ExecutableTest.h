@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endtoend/ExecutableRun.h"
+#include "endtoend/SoundFiles.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@
 namespace consolidator {
 
 /// Base of the tests that run the built executable in an empty folder and compare all that it
-/// leaves behind: both outputs, the status and every byte of every file.
+/// leaves: both outputs, the status and every byte of every file.
 class ExecutableTest : public testing::Test {
  protected:
   using Arguments = std::vector<std::string>;
@@ -23,6 +24,7 @@ class ExecutableTest : public testing::Test {
   using Files = std::map<std::string, std::string>;
 
   /// Runs the executable, which gets "consolidator" as its own name unless another one is given.
+  /// What it makes from nothing must be sound, see SoundFiles.
   ExecutableRun start(const Arguments& arguments, const std::string& name = "consolidator") const;
 
   /// Runs a script of bash in which "$0" is the executable.
@@ -51,6 +53,7 @@ class ExecutableTest : public testing::Test {
   Files files() const;
 
   TemporaryFolder folder_;
+  mutable SoundFiles soundFiles_;  // looks on, and changes nothing that a test sees
 };
 
 /// The outcome of a run that has nothing to say.

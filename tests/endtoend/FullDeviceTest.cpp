@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kibibyte = 1024;
 
-// Where sections start behind a table of so many entries.
+// Where sections start after a table of so many entries.
 std::size_t sectionsStart(std::size_t entries) { return 16 + 24 * entries; }
 
 class FullDeviceTest : public ExecutableTest {
@@ -70,7 +70,7 @@ TEST_F(FullDeviceTest, ALastSectionWithoutRoomIsCutAndItsSizeStays) {
   expectBelowLimit(8, "-d dwarf", vadd.file(), whole.substr(0, 8 * kibibyte));
 }
 
-TEST_F(FullDeviceTest, SectionsBehindACutOneAreMissingAndSoIsTheHeader) {
+TEST_F(FullDeviceTest, SectionsAfterACutOneAndTheHeaderAreMissing) {
   const std::string dwarf = manyBytes(5 * kibibyte);
   write("dwarf", dwarf);
   const std::size_t start = sectionsStart(2);

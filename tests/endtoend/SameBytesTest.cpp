@@ -40,7 +40,7 @@ class SameBytesTest : public ExecutableTest {
     friend bool operator==(const Result&, const Result&) = default;
   };
 
-  // Runs behind the start of a command that sets up the environment.
+  // Runs after the start of a command that sets up the environment.
   Result resultOf(const std::string& setUp) const {
     remove("out");
     remove("json");

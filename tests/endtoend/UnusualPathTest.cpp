@@ -105,7 +105,7 @@ class UnusualPathTest : public ExecutableTest, public testing::WithParamInterfac
 INSTANTIATE_TEST_SUITE_P(, UnusualPathTest, testing::ValuesIn(pathKinds()),
                          [](const auto& kind) { return std::string(kind.param.claim); });
 
-TEST_P(UnusualPathTest, AsAnInputIsReadOrPassedOver) {
+TEST_P(UnusualPathTest, AsAnInputIsReadOrSkipped) {
   for (const InputOption& option : inputOptions()) {
     write("vadd.out", VaddKernel().file());
     expectRun("-f vadd.out " + option.name + path(), silence(), option.text,
@@ -124,7 +124,7 @@ TEST_P(UnusualPathTest, AsTheNameOfAProjectIsStored) {
             GetParam().opening == Opening::Creates ? "" : "x", {{"vadd.out", stored}});
 }
 
-TEST_P(UnusualPathTest, AsTheFileOfADumpIsWrittenOrPassedOver) {
+TEST_P(UnusualPathTest, AsTheFileOfADumpIsWrittenOrSkipped) {
   const std::string json = jsonText(VaddKernel().json()) + '\0';
   const std::string full = container({dwarfSection("debug"), section(3, json)});
   write("vadd.out", full);

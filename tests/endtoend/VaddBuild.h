@@ -36,7 +36,7 @@ struct InputOption {
   std::string read;         ///< what becomes of the file by that input
   std::string readEmpty;    ///< what becomes of it by an empty input
   std::string complaint{};  ///< what is printed about an empty input
-  bool seeks = false;       ///< whether pipes are passed over
+  bool seeks = false;       ///< whether pipes are skipped
 };
 
 InputOption hierarchyOption();

@@ -56,7 +56,7 @@ def without_conditions(documents):
 
 
 def uncounted_bytes(reading, size):
-    """Where the leaves leave a gap or overlap, or the file goes on behind them."""
+    """Where the leaves leave a gap or overlap, or the file goes on after them."""
     position = 0
     for leaf in sorted(reading.leaves):
         if leaf.start != position:

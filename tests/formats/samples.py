@@ -45,7 +45,7 @@ def rare_file():
         + items(text(b"ram_0"), text(b"ram_0"))
     )
     written_in_rtl = text(b"logic") + items() + u32(2) + 5 * items()
-    project = b"rare\0passed over"
+    project = b"rare\0not shown"
     records = items(kernel, written_in_rtl)
     offset = 16 + 2 * 24
     return (
@@ -60,7 +60,7 @@ def rare_file():
 
 def crowded_out_file():
     """A file whose JSON text and kernel records found no place below 2 GiB, without the DWARF that
-    took it: their entries are there, all zeros but for the kind."""
+    took it: their entries are there, all zeros except the kind."""
     entries = b"".join(struct.pack("<I4xQI4x", kind, 0, 0) for kind in (3, 2))
     return b"\xd4\xda\xef\xbe" + struct.pack("<iiI", 1, 1, 2) + entries
 

@@ -93,7 +93,7 @@ TEST_F(DiffExecutableTest, NamesWhatAuxiliaryXmlAdds) {
 TEST_F(DiffExecutableTest, NamesWhatLogicLocationsAdd) {
   EXPECT_EQ(changesBy("-l design.ll", "-s scale.dbg"),
             "kernel scale\n"
-            "+ hardware_variable /top/scale_1/i_reg: 0x401F80:96 0x0:0 0x401F81:97\n");
+            "+ hardware_variable /top/scale_1/i_reg: 0x401f80:96 0x0:0 0x401f81:97\n");
 }
 
 TEST_F(DiffExecutableTest, NamesNothingForARamReport) { EXPECT_EQ(changesBy("-r design.ram"), ""); }

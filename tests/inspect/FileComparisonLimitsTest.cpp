@@ -30,8 +30,8 @@ std::vector<KernelRecord> randomKernels(RandomKernels& random) {
   return kernels;
 }
 
-// Compares a file with itself; neither the whole bytes nor those of a kernel's record are to be
-// what tells.
+// Compares a file with itself: as it is, and with a byte after its end, so that the bytes alone do
+// not tell.
 void expectEqualToItself(const std::string& file) {
   EXPECT_TRUE(compared(file, file, strictest).result.isEqual);
   const Compared found = compared(file, withTrailingByte(file), strictest);
@@ -92,7 +92,7 @@ TEST(FileComparisonLimitsTest, FindsTheSameInEitherDirection) {
   }
 }
 
-TEST(FileComparisonLimitsTest, NeedsNoMoreThanWhatIsThereOfDamagedFiles) {
+TEST(FileComparisonLimitsTest, HoldsDamagedFilesForEqualOnlyIfTheyAreComplete) {
   RandomKernels random(13);
   std::mt19937 damage(13);
   for (int i = 0; i < 300; ++i) {
@@ -166,7 +166,8 @@ TEST(FileComparisonLimitsTest, DoesNotHoldTheKernelsOfOverlappingSections) {
   for (int i = 0; i < 1000; ++i) records += kernelRecord("k", 0);
   const Compared found =
       compared(overlapping(100, records, "first"), overlapping(100, records, "other"));
-  EXPECT_EQ(found.result.after.whyIncomplete, "Its sections hold the same kernels again and again.");
+  EXPECT_EQ(found.result.after.whyIncomplete,
+            "Its sections hold the same kernels again and again.");
   EXPECT_FALSE(found.result.isEqual);
   EXPECT_LT(found.result.after.kernels, 10'000U);
 }

@@ -13,7 +13,7 @@ TEST(XmlReaderFaultTest, TellsTheLineOfAFault) {
   EXPECT_EQ(recorded(""), "line 1: document not well-formed (no element found)");
 }
 
-TEST(XmlReaderFaultTest, ThrowsAFaultBehindTheRoot) {
+TEST(XmlReaderFaultTest, ThrowsAFaultAfterTheRoot) {
   EXPECT_EQ(recorded("<e/>\n<e/>"),
             "line 2: document not well-formed (junk after document element)");
   EXPECT_EQ(recorded("<e/>\njunk"),

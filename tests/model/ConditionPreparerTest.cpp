@@ -49,13 +49,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Parentheses, ConditionTexts,
-    testing::Values(Preparation{"CutTheSpaceBehindThem", "(1'b1 == 1'b1) ", "== 1'b1) 1'b1"},
+    testing::Values(Preparation{"CutTheSpaceAfterThem", "(1'b1 == 1'b1) ", "== 1'b1) 1'b1"},
                     Preparation{"MayLackTheClosingOne", "(x == 1", "== 1 $i/x"},
                     Preparation{"MayLackTheOpeningOne", "x == f)", "== $i/f $i/x"},
                     Preparation{"CutTheLastCharacterWhateverItIs", "(a) == bc", "== $i/b $i/a)"},
                     Preparation{"AreCutOnceOnly", "((1 == b))", "(1 == $i/b) "},
                     Preparation{"StayInsideTheText", "1 (== b", "(== $i/b 1"},
-                    Preparation{"StayBehindASpace", " (a == b", "(a == $i/b "},
+                    Preparation{"StayAfterASpace", " (a == b", "(a == $i/b "},
                     Preparation{"MayBeAbsent", "x==1", "$i/x==1"}),
     claimOf);
 
@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Preparation{"KeepsSeveralOperatorsOnly", "( == \t && )", "== && "},
                     Preparation{"KeepsAMissingRightOperand", "(a ==)", "$i/a == "},
                     Preparation{"KeepsAMissingLeftOperand", "== a", "== $i/a "},
-                    Preparation{"KeepsAnOperatorBehindAnOperator", "a  == &", "$i/a == & "},
+                    Preparation{"KeepsAnOperatorAfterAnOperator", "a  == &", "$i/a == & "},
                     Preparation{"KeepsANestedPrefixForm", "== 0 && $i/b == 1 $i/a",
                                 "== 0 && $i/b == 1 $i/a "},
                     Preparation{"KeepsTheWholeTextOfALateFault", "& a b |", "& $i/a $i/b | "},

@@ -133,7 +133,7 @@ TEST(KernelBinary, WritesTextsWithTheirZeroBytes) {
   EXPECT_EQ(encode(kernel), hexBytes("03 00 00 00 61 00 62") + namedKernelBytes().substr(5));
 }
 
-TEST(KernelBinary, ReadsTheInstancePathsBehindAnEmptyName) {
+TEST(KernelBinary, ReadsTheInstancePathsAfterAnEmptyName) {
   KernelRecord kernel;
   EXPECT_TRUE(decode(
       hexBytes("00 00 00 00  01 00 00 00  01 00 00 00 70") + namedKernelBytes().substr(9), kernel));
@@ -214,7 +214,7 @@ TEST(KernelBinary, KeepsNoHalfReadText) {
   EXPECT_EQ(describe(kernel), describe(expected));
 }
 
-TEST(KernelBinary, AcceptsAFileThatEndsBehindAnEmptyBRAMList) {
+TEST(KernelBinary, AcceptsAFileThatEndsAfterAnEmptyBRAMList) {
   KernelRecord kernel;
   EXPECT_TRUE(decode(namedKernelBytes(), kernel));
   EXPECT_FALSE(decode(namedKernelBytes().substr(0, 32), kernel));

@@ -223,7 +223,7 @@ TEST(KernelJson, RendersASourceLineWithoutFile) {
   EXPECT_EQ(json(kernel), ExpectedJson().conditions(R"({ "File":"", "Line":0, "Cond":""})").text());
 }
 
-// Deliberate: consumers take the bytes between the fragments as they are.
+// This has to stay: consumers take the bytes between the fragments as they are.
 TEST(KernelJson, EscapesNothing) {
   const std::string text("\"\\\n\t\0\x01\xFF</", 9);
   KernelRecord kernel = named(text);

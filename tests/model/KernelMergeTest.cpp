@@ -99,7 +99,7 @@ TEST(KernelMerge, AppendsNewInstancePaths) {
   EXPECT_EQ(merged({first, second}), describe(expected));
 }
 
-// Losing the bits is deliberate: they reach a kernel only through the record that created it.
+// The bits are lost on purpose: they reach a kernel only through the record that created it.
 TEST(KernelMerge, AppendsNewArgumentsAndVariablesWithoutTheirBits) {
   KernelRecord expected = named("k", KernelType::HLS);
   expected.addInstancePath("top/k");
@@ -190,7 +190,7 @@ TEST(KernelMerge, CompletesTheConditionsItAppends) {
   EXPECT_EQ(merged({named("k"), incoming}), describe(expected));
 }
 
-// Deliberate: a kernel's BRAMs come only from the record that created it.
+// A rule of the format: a kernel's BRAMs come only from the record that created it.
 TEST(KernelMerge, NeverMergesBRAMs) {
   KernelRecord withBrams = named("k");
   withBrams.addBRAM("m");

@@ -51,7 +51,7 @@ TEST(KernelRecord, NumbersItsTypes) {
   EXPECT_EQ(static_cast<std::uint32_t>(KernelType::HLS), 4U);
 }
 
-// Keeping the hardware variables is deliberate: decoding resets fresh records only.
+// Hardware variables are kept on purpose: decoding resets fresh records only.
 TEST(KernelRecord, ResetClearsAllButHardwareVariables) {
   KernelRecord kernel = fullKernel();
   kernel.reset();
@@ -265,14 +265,6 @@ TEST(KernelRecord, PreparingMayLeaveNoCondition) {
   EXPECT_TRUE(kernel.breakableConditions.empty());
 }
 
-TEST(KernelRecord, PreparingKeepsATriviallyTrueConditionWithATrailingSpace) {
-  KernelRecord kernel;
-  kernel.addBreakableCondition(ConditionKind::Start, "(1'b1 == 1'b1) ");
-  kernel.prepareBreakableConditions();
-  EXPECT_EQ(conditions(kernel),
-            (std::vector<BreakableCondition>{{ConditionKind::Start, "== 1'b1) 1'b1"}}));
-}
-
 TEST(KernelRecord, PreparingKeepsKindLineFileAndOrder) {
   KernelRecord kernel;
   kernel.addBreakableCondition(sourceLine("(a & b)", 12, "a.c"));
@@ -285,16 +277,6 @@ TEST(KernelRecord, PreparingKeepsKindLineFileAndOrder) {
   expected.addBreakableCondition(ConditionKind::Stop, "$i/flag");
   expected.addBreakableCondition(static_cast<ConditionKind>(9), "== ");
   EXPECT_EQ(describe(kernel), describe(expected));
-}
-
-// The alternation is deliberate: each save prepares what the one before stored.
-TEST(KernelRecord, PreparingTwiceSwapsTheOperandsBack) {
-  KernelRecord kernel;
-  kernel.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
-  kernel.prepareBreakableConditions();
-  EXPECT_EQ(kernel.breakableConditions[0].condition, "== 1'b1 $i/bq_start");
-  kernel.prepareBreakableConditions();
-  EXPECT_EQ(kernel.breakableConditions[0].condition, "== $i/bq_start 1'b1");
 }
 
 TEST(KernelRecord, PreparingMayLeaveEqualConditions) {

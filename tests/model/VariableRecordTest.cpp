@@ -44,7 +44,7 @@ TEST(VariableRecord, IsCompleteWhenMadeOfThreeTexts) {
   EXPECT_TRUE(variable.valid);
 }
 
-// The coarse rule is deliberate: consumers rely on it.
+// The coarse rule has to stay: consumers rely on it.
 TEST(VariableRecord, DerivesItsWidthFromTheTypeCoarsely) {
   const std::pair<std::string_view, unsigned> widths[] = {
       {"char*", 64},    {"int*", 64},         {"*", 64},     {"char *p[2]", 64},

@@ -141,7 +141,7 @@ std::string wellFormedFunction(std::mt19937& random) {
   return text + "End Function f\n";
 }
 
-// Half of the files are well-formed but for the words in them, the others are any lines.
+// Half of the files are well-formed except for the words in them, the others are arbitrary lines.
 std::string randomFile(std::mt19937& random) {
   std::string text;
   const bool isWellFormed = random() % 2 == 0;

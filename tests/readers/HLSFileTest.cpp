@@ -217,7 +217,7 @@ TEST(HLSFile, TheLineThatClosesABlockIsUsedUp) {
             kernel({{"one", "x.c", 1}}, {{"v", "a"}, {"w", "u"}}));
 }
 
-TEST(HLSFile, IgnorableLinesInABlockArePassedOver) {
+TEST(HLSFile, IgnorableLinesInABlockAreSkipped) {
   EXPECT_EQ(
       read("RTL a b one\nlocal v\n# c\n\n at y.c:9\n\tend\n\0at y.c:8\nat x.c:1\n#\nend r\n"sv),
       kernel({{"one", "x.c", 1}}, {{"v", "r"}}));
@@ -232,13 +232,6 @@ TEST(HLSFile, TheEndOfTheFileClosesABlockAsAnEmptyLineWould) {
   }
   EXPECT_EQ(read("RTL a b one\nlocal v"), kernel({}));
   EXPECT_EQ(read("Begin Function f\nRTL a b one\nlocal v\nat x.c:1\n"), refused);
-}
-
-TEST(HLSFile, LineNumbersAreTheirLeadingDigits) {
-  EXPECT_EQ(
-      read("RTL a b one\nlocal v\nat x.c:-5\nend\nRTL a b two\nlocal v\nat x.c:+7\nend\n"
-           "RTL a b three\nlocal v\nat x.c:12abc\nend\nRTL a b four\nlocal v\nat x:9:3\nend\n"),
-      kernel({{"one", "x.c", 0}, {"three", "x.c", 12}, {"four", "x", 9}}, {{"v", ""}}));
 }
 
 TEST(HLSFile, LineNumbersKeepTheir32LowBits) {

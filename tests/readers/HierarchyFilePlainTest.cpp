@@ -156,7 +156,7 @@ TEST(HierarchyFilePlain, PipesReadAsByAPlainStreamWhateverTheirPieces) {
   }
 }
 
-// Lines of every kind on both sides of the border, behind a comment that fills the block up to
+// Lines of every kind on both sides of the border, after a comment that fills the block up to
 // them and moves them by `shift`.
 std::string fileAcrossBorder(std::size_t shift) {
   std::string text = "#" + std::string(blockSize - 400 + shift, ' ') + "\n";

@@ -1,7 +1,6 @@
 #include "model/Describe.h"
 #include "readers/HierarchyFile.h"
 #include "support/AllocationGauge.h"
-#include "support/PiecewisePipe.h"
 #include "support/StreamCapture.h"
 #include "support/TemporaryFolder.h"
 
@@ -175,14 +174,6 @@ TEST(HierarchyFile, ANumberSignInsideAWordBeginsNoComment) {
   EXPECT_EQ(kernelsOf("a#b: c#"), (Kernels{kernel("a#b"), kernel("c")}));
 }
 
-TEST(HierarchyFile, CommentsMayBeOfAnyLength) {
-  for (const std::size_t length : {253U, 254U, 255U, 256U, 1000U, 1'000'000U}) {
-    EXPECT_EQ(kernelsOf("a: #" + std::string(length, ' ') + "b:\nc:"),
-              (Kernels{kernel("a"), kernel("c")}))
-        << length;
-  }
-}
-
 TEST(HierarchyFile, AMissingPathAtTheEndAddsTheEmptyPath) {
   for (const std::string_view text : {"a: instance path:"sv, "a: instance path:\n"sv}) {
     EXPECT_EQ(kernelsOf(text), Kernels{kernel("a", KernelType::Unknown, {""})});
@@ -218,21 +209,6 @@ TEST(HierarchyFile, ALoneInstanceAtTheEndIsAParseError) {
 
 TEST(HierarchyFile, AParseErrorKeepsTheRecordsBefore) {
   EXPECT_EQ(parse("a: b: c: instance x").kernels, (Kernels{kernel("a"), kernel("b")}));
-}
-
-TEST(HierarchyFile, ReadsAPipeWhateverPiecesItComesIn) {
-  const std::string text = "# c\nversion: 0.5 a: type: clc\ninstance path: /p b:";
-  for (std::size_t size = 1; size <= text.size(); ++size) {
-    const PiecewisePipe pipe(pieces(text, size));
-    const std::string path = pipe.path();
-    HierarchyFile reader(path.c_str());
-    ASSERT_TRUE(reader.isValid());
-    EXPECT_TRUE(reader.parse());
-    EXPECT_EQ(reader.version(), 0.5F);
-    ASSERT_EQ(reader.kernels().size(), 2U) << "pieces of " << size;
-    EXPECT_EQ(describe(reader.kernels()[0]), kernel("a", KernelType::OpenCL, {"/p"}));
-    EXPECT_EQ(describe(reader.kernels()[1]), kernel("b"));
-  }
 }
 
 TEST(HierarchyFile, ACommentMayBeOfAnyLength) {

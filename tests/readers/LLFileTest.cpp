@@ -191,35 +191,6 @@ TEST(LLFile, SetsTheBitThatTheIndexNames) {
             "k /a/b 0:0 0:0 0:0 0:0 0:0 0:0 0:0 0:0 0:0 0:0 0:0 0:0 12:34\n");
 }
 
-TEST(LLFile, ABracketThatWasNotOpenedStaysPartOfTheName) {
-  EXPECT_EQ(added("Bit 1 2 3 die0 0 Net=a/b]\n", {kernelWith("k", {"/a"}, {"b]"}, {"b"})}),
-            "k /a/b] 2:3\n");
-}
-
-TEST(LLFile, ABracketThatIsNotAtTheEndStaysPartOfTheName) {
-  EXPECT_EQ(added("Bit 1 2 3 die0 0 Net=a[7]/b\nBit 1 2 3 die0 0 Net=a/b[7\n",
-                  {kernelWith("k", {"/a"}, {"b", "b[7"})}),
-            "k /a[7]/b 2:3\nk /a/b[7 2:3\n");
-}
-
-TEST(LLFile, TheLastBracketStartsTheIndex) {
-  EXPECT_EQ(added("Bit 1 2 3 die0 0 Net=a/b[4][1]\n", {kernelWith("k", {"/a"}, {"b[4]", "b"})}),
-            "k /a/b[4] 0:0 2:3\n");
-}
-
-TEST(LLFile, TheIndexEndsBehindItsDigits) {
-  EXPECT_EQ(added("Bit 1 2 3 die0 0 Net=top/u0/acc[1/2]\nBit 1 4 5 die0 0 Net=top/u0/acc[0x1]\n"),
-            "k /top/u0/acc 4:5 2:3\n");
-}
-
-TEST(LLFile, AnIndexWithoutDigitsIsZeroAndIsCutOff) {
-  for (const std::string_view index : {"[]", "[x1]", "[-1]", "[+1]", "[/]"}) {
-    EXPECT_EQ(added("Bit 1 2 3 die0 0 Net=top/u0/acc" + std::string(index) + "\n"),
-              "k /top/u0/acc 2:3\n")
-        << index;
-  }
-}
-
 TEST(LLFile, AnIndexThatNoFileCanHoldRecordsNothing) {
   for (const std::string_view index :
        {"[268435456]", "[4294967295]", "[4294967296]", "[99999999999999999999999]"}) {
@@ -328,13 +299,13 @@ TEST(LLFile, IgnoresALastLineOverTheBound) {
   EXPECT_EQ(added("\n" + lineOfLength(2048, 0, 'x')), "");
 }
 
-TEST(LLFile, TheBoundCountsBytesBehindAZeroByte) {
+TEST(LLFile, TheBoundCountsBytesAfterAZeroByte) {
   const std::string line = "Bit 1 2 3 die0 0 Net=top/u0/acc"s + '\0';
   EXPECT_EQ(added(line + std::string(2047 - line.size(), 'x') + "\n"), "k /top/u0/acc 2:3\n");
   EXPECT_EQ(added(line + std::string(2048 - line.size(), 'x') + "\n"), "");
 }
 
-TEST(LLFile, TheBoundDoesNotCountLeadingWhiteSpaceButOfTheFirstLine) {
+TEST(LLFile, TheBoundCountsLeadingWhiteSpaceOfTheFirstLineOnly) {
   const std::string line = std::string(3000, ' ') + "Bit 1 2 3 die0 0 Net=top/u0/acc\n";
   EXPECT_EQ(added(line), "");
   EXPECT_EQ(added("\n" + line), "k /top/u0/acc 2:3\n");

@@ -37,7 +37,7 @@ TEST(NetBit, TheLastOpeningBracketStartsTheIndex) {
   EXPECT_EQ(split("a[[4]"), "a[|a[|4");
 }
 
-TEST(NetBit, TheIndexIsWhatDigitsStandBehindTheBracket) {
+TEST(NetBit, TheIndexIsTheDigitsAfterTheBracket) {
   EXPECT_EQ(split("a[007]"), "a|a|7");
   EXPECT_EQ(split("a[12x]"), "a|a|12");
   EXPECT_EQ(split("a[1/2]"), "a|a|1");

@@ -121,7 +121,7 @@ TEST(RAMFile, TitlesMatchWholeLinesOnly) {
   EXPECT_EQ(sectionAtEnd({power, inferred, "4. Memory Performance - Inferred \n"}), 3U);
 }
 
-TEST(RAMFile, WhiteSpaceBeforeALineDoesNotCountButForTheFirstLine) {
+TEST(RAMFile, WhiteSpaceBeforeALineCountsForTheFirstLineOnly) {
   EXPECT_EQ(sectionAtEnd({power, "\n \t\r\n\v\f ", inferred, "\n  ", afterInferred}), 4U);
   EXPECT_FALSE(seesPower(" " + std::string(power)));
   EXPECT_TRUE(seesPower("\n " + std::string(power)));
@@ -135,7 +135,7 @@ TEST(RAMFile, ALineOverTheBoundIsIgnoredAndReadingGoesOn) {
   EXPECT_EQ(sectionAtEnd({power, std::string(5000, '|')}), 0U);
 }
 
-TEST(RAMFile, WhiteSpaceBeforeALineDoesNotCountForTheBoundButForTheFirstLine) {
+TEST(RAMFile, TheBoundCountsWhiteSpaceBeforeTheFirstLineOnly) {
   EXPECT_EQ(sectionAtEnd({power, std::string(5000, ' '), inferred}), 3U);
   EXPECT_FALSE(seesPower(std::string(5000, ' ') + std::string(power)));
 }

@@ -64,7 +64,7 @@ inline std::string container(const std::vector<Section>& sections) {
   return header(static_cast<std::uint32_t>(sections.size())) + table + payload;
 }
 
-/// The number at a position that has at least `width` bytes behind it.
+/// The number at a position that has at least `width` bytes from there on.
 inline std::uint64_t numberAt(std::string_view bytes, std::size_t position, std::size_t width) {
   std::uint64_t value = 0;
   for (std::size_t i = width; i-- > 0;) {

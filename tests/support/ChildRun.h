@@ -14,7 +14,7 @@
 
 namespace consolidator {
 
-/// What a process left behind.
+/// What a process returned and printed.
 struct ChildResult {
   int status = -1;  ///< exit status; -1 when a signal ended it
   std::string out;  ///< standard output

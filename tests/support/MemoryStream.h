@@ -33,7 +33,7 @@ class MemoryStream {
 
   std::FILE* get() const { return stream_; }
 
-  /// All bytes that the stream holds by now; it stands behind the last of them afterwards.
+  /// All bytes that the stream holds by now; it stands after the last of them then.
   std::string bytes() const {
     std::fflush(stream_);
     std::fseek(stream_, 0, SEEK_END);

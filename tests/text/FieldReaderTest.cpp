@@ -13,7 +13,7 @@
 namespace consolidator {
 namespace {
 
-// The number and the word behind it, or "failed".
+// The number and the word after it, or "failed".
 template <typename T>
 std::string extracted(std::string_view line, int base) {
   FieldReader fields(line);

@@ -38,7 +38,7 @@ TEST(TextSearch, FindsAPatternInsideTheStartOfAnother) {
   EXPECT_EQ(find({"abab", "bb", "aba"}, "ababb"), (Positions{0, 1, 2}));
 }
 
-TEST(TextSearch, GoesOnBehindTheLongestSuffixThatMayStillMatch) {
+TEST(TextSearch, GoesOnAfterTheLongestSuffixThatMayStillMatch) {
   EXPECT_EQ(find({"aab"}, "aaab"), (Positions{0}));
   EXPECT_EQ(find({"abac", "babx"}, "ababx"), (Positions{1}));
 }
@@ -53,6 +53,20 @@ TEST(TextSearch, ReportsAPatternAgainInTheNextSearch) {
   EXPECT_EQ(find(search, "a"), (Positions{0}));
   EXPECT_EQ(find(search, "b"), Positions());
   EXPECT_EQ(find(search, "a"), (Positions{0}));
+}
+
+TEST(TextSearch, EndsOnceEnoughPatternsAreFound) {
+  const std::vector<std::string_view> patterns{"a", "b", "c"};
+  TextSearch search(patterns);
+  EXPECT_EQ(sorted(search.findSomeIn("xbxaxc", 2)), (Positions{0, 1}));
+  EXPECT_EQ(sorted(search.findSomeIn("xbxaxc", 3)), (Positions{0, 1, 2}));
+  EXPECT_EQ(sorted(search.findSomeIn("xbx", 3)), (Positions{1}));
+}
+
+TEST(TextSearch, FindsNoMoreThanEnoughPatternsInOnePlace) {
+  const std::vector<std::string_view> patterns{"aaa", "aa", "a"};
+  TextSearch search(patterns);
+  EXPECT_EQ(search.findSomeIn("aaa", 2).size(), 2U);
 }
 
 TEST(TextSearch, TheEmptyPatternOccursInEveryText) {

@@ -17,7 +17,7 @@ TEST(WhiteSpace, IsThatOfTheCLocale) {
 }
 
 // Every byte at every place of words of every length around that of the blocks that are looked at
-// together, with every byte behind it.
+// together, with every byte after it.
 TEST(WhiteSpace, LengthsEndAtTheFirstByteOfTheirKind) {
   for (std::size_t length = 0; length < 20; ++length) {
     for (std::size_t at = 0; at < length; ++at) {
