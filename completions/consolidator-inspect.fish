@@ -17,6 +17,14 @@ function __consolidator_inspect_next -a command number
     test $count = $number
 end
 
+# Completes the tool's own command line, which follows "--".
+function __consolidator_inspect_tool
+    set -l words (commandline -opc)
+    set -l dashes (contains -i -- -- $words); or return 1
+    set -e words[1..$dashes]
+    complete -C "consolidator "(string join -- ' ' (string escape -- $words) (commandline -ct))
+end
+
 set -l commands show json extract find verify diff
 complete -c consolidator-inspect -f
 complete -c consolidator-inspect -n __fish_use_subcommand -a show -d 'Show what is in a file'
@@ -25,6 +33,7 @@ complete -c consolidator-inspect -n __fish_use_subcommand -a extract -d 'Write t
 complete -c consolidator-inspect -n __fish_use_subcommand -a find -d 'Find a variable, register, kernel or location'
 complete -c consolidator-inspect -n __fish_use_subcommand -a verify -d 'Check whether files are sound'
 complete -c consolidator-inspect -n __fish_use_subcommand -a diff -d 'Tell how two files differ'
+complete -c consolidator-inspect -n __fish_use_subcommand -a explain -d 'Tell what a run of consolidator would do'
 complete -c consolidator-inspect -n __fish_use_subcommand -l version -d 'Show the version'
 complete -c consolidator-inspect -l help -d 'Show the options'
 complete -c consolidator-inspect -n "__consolidator_inspect_is $commands; and not __consolidator_inspect_next extract 2; and not __consolidator_inspect_next find 2" -k -a '(__fish_complete_suffix .consolidated)'
@@ -32,7 +41,7 @@ complete -c consolidator-inspect -n '__consolidator_inspect_next extract 2' -a '
 complete -c consolidator-inspect -n '__consolidator_inspect_is show' -l kernel -x -d 'Show a kernel of this name in full'
 complete -c consolidator-inspect -n '__consolidator_inspect_is json' -l pretty -d 'One value per line'
 complete -c consolidator-inspect -n '__consolidator_inspect_is extract' -s o -l output -r -F -d 'Where to write'
-complete -c consolidator-inspect -n '__consolidator_inspect_is find verify diff' -l format -x -a 'text json' -d 'For people or for programs'
+complete -c consolidator-inspect -n '__consolidator_inspect_is find verify diff explain' -l format -x -a 'text json' -d 'For people or for programs'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l notes -d 'List notes, too'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l all -d 'List all findings'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l strict -d 'Count warnings as errors'
@@ -41,3 +50,5 @@ complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l quiet 
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l exact -d 'Compare the texts of conditions'
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l sections -d 'Compare the sections, too'
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l stat -d 'Write the summary alone'
+complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -l strict -d 'Status 1 for what is lost'
+complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -a '(__consolidator_inspect_tool)'
