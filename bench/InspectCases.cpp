@@ -2,6 +2,7 @@
 
 #include "InputFiles.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -25,14 +26,20 @@ constexpr double lookGoal = 0.3;
 // Of the time of a start of the tool.
 constexpr double startGoal = 2;
 
-// What a run may take beyond the records, which are mapped.
+// What a run may take beyond what it looks at, which is mapped.
 constexpr std::uint64_t allowance = std::uint64_t{32} * 1024 * 1024;
 
+void copyFile(const std::string& from, const std::string& to) {
+  std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing);
+}
+
 // The inspector looks at a file that the tool has saved; the tool saves another one like it. The
-// conditions of the file take two saves until they stay as they are.
+// conditions of the file take two saves until they stay as they are, save for their operands, which
+// every further one swaps: EARLIER is the file before that.
 std::optional<Contest> contestWithResave(const Workbench& bench, std::vector<std::string> words,
                                          double goal) {
   const std::string file = bench.path("file");
+  const std::string earlier = bench.path("earlier");
   const std::string resaved = bench.path("resaved");
   const std::string noKernels = bench.path("no_kernels");
   writeConsolidatedFile(file, recordBytes);
@@ -41,15 +48,32 @@ std::optional<Contest> contestWithResave(const Workbench& bench, std::vector<std
     return std::vector<std::string>{"-f", path, "-h", noKernels};
   };
   if (!bench.runTool(save(file)) || !bench.runTool(save(file))) return std::nullopt;
-  std::filesystem::copy_file(file, resaved, std::filesystem::copy_options::overwrite_existing);
+  copyFile(file, earlier);
+  if (!bench.runTool(save(file))) return std::nullopt;
+  copyFile(file, resaved);
   words.emplace(words.begin(), executable);
-  for (std::string& word : words) word = word == "FILE" ? file : word;
+  std::replace(words.begin(), words.end(), std::string("FILE"), file);
+  std::replace(words.begin(), words.end(), std::string("EARLIER"), earlier);
   Contest contest;
   contest.tool = {std::move(words), ""};
   contest.yardstick = {bench.toolWords(save(resaved)), resaved};
   contest.goal = goal;
   contest.peakGoal = recordBytes + allowance;
   contest.overwrites = true;
+  return contest;
+}
+
+// Looks at all of the file, the JSON text included.
+std::optional<Contest> verify(const Workbench& bench) {
+  auto contest = contestWithResave(bench, {"verify", "FILE"}, wholeGoal);
+  if (contest) contest->peakGoal = std::filesystem::file_size(bench.path("file")) + allowance;
+  return contest;
+}
+
+// Looks at the records of two files.
+std::optional<Contest> diff(const Workbench& bench) {
+  auto contest = contestWithResave(bench, {"diff", "EARLIER", "FILE"}, wholeGoal);
+  if (contest) contest->peakGoal = 2 * recordBytes + allowance;
   return contest;
 }
 
@@ -75,6 +99,8 @@ constexpr std::array cases = {
               [](const Workbench& bench) {
                 return contestWithResave(bench, {"find", "FILE", "kernel_0"}, lookGoal);
               }},
+    RatioCase{"inspect-verify", verify},
+    RatioCase{"inspect-diff", diff},
     RatioCase{"inspect-start", start},
 };
 

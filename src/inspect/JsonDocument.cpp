@@ -87,8 +87,8 @@ bool JsonDocument::writeCharacters(std::string_view text) {
 std::size_t JsonDocument::writePlain(std::string_view text) {
   constexpr std::size_t most = 64;
   char* const room = out_->room(most);
-  char* const end = room + text.copy(room, most);
-  const auto size = static_cast<std::size_t>(std::find_if(room, end, isSpecial) - room);
+  char* const filled = room + text.copy(room, most);
+  const auto size = static_cast<std::size_t>(std::find_if(room, filled, isSpecial) - room);
   out_->advance(size);
   return size;
 }

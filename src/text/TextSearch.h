@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -58,6 +59,7 @@ class TextSearch {
   std::vector<Node> nodes_;
   std::vector<char> lastCharacters_;      // of the states
   std::vector<std::uint32_t> nextMatch_;  // for each pattern the longest shorter one it ends in
+  std::array<bool, 256> startsPattern_{};
   std::vector<std::uint64_t> foundBy_;  // for each pattern the number of the last search to find it
   std::uint64_t searchNumber_ = 0;
   std::vector<std::uint32_t> found_;
