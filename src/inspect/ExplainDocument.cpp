@@ -13,7 +13,7 @@ namespace consolidator::inspect {
 namespace {
 
 template <typename T>
-void writeOptional(JsonDocument& document, std::string_view key, const std::optional<T>& value) {
+void writeNullable(JsonDocument& document, std::string_view key, const std::optional<T>& value) {
   document.key(key);
   value ? document.value(*value) : document.null();
 }
@@ -31,11 +31,11 @@ void writeList(JsonDocument& document, std::string_view key, const List& list, W
 
 void writeGiven(JsonDocument& document, std::string_view key, const std::vector<GivenItem>& items) {
   writeList(document, key, items, [&](const GivenItem& item) {
-    writeOptional(document, "kernel", item.kernel);
+    writeNullable(document, "kernel", item.kernel);
     document.member("what", item.what);
-    writeOptional(document, "name", item.name);
+    writeNullable(document, "name", item.name);
     document.member("count", item.count);
-    writeOptional(document, "reason", item.reason);
+    writeNullable(document, "reason", item.reason);
   });
 }
 
@@ -59,9 +59,9 @@ void writeDoubtful(JsonDocument& document, const std::vector<DoubtfulNet>& nets)
 void writeInput(JsonDocument& document, const ExplainedInput& input) {
   document.member("path", input.path).member("kind", nameOf(input.kind));
   document.member("outcome", nameOf(input.outcome));
-  writeOptional(document, "reason", input.reason);
-  writeOptional(document, "line", input.line);
-  writeOptional(document, "lines", input.lines);
+  writeNullable(document, "reason", input.reason);
+  writeNullable(document, "line", input.line);
+  writeNullable(document, "lines", input.lines);
   document.member("bytes", input.bytes);
   writeGiven(document, "gave", input.gave);
   writeGiven(document, "dropped", input.dropped);
@@ -98,7 +98,7 @@ void writeMembers(JsonDocument& document, const Explanation& explanation) {
   writeList(document, "never_found", explanation.neverFound, [&](const NeverFound& missing) {
     document.member("kernel", missing.kernel).member("instance", missing.instance);
     document.member("variable", missing.variable).member("register", missing.reg);
-    writeOptional(document, "closest", missing.closest);
+    writeNullable(document, "closest", missing.closest);
   });
   writeList(document, "losses", explanation.losses, [&](const Loss& loss) {
     document.member("code", loss.code).member("message", loss.message);

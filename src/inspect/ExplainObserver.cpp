@@ -16,7 +16,7 @@ constexpr std::size_t mostListed = 20;      // lines of one reason, items droppe
 constexpr std::size_t mostGiven = 100'000;  // entries of one input
 constexpr std::size_t mostLosses = 100;     // of one code
 
-std::string_view nameOf(Item item) {
+std::string_view itemName(Item item) {
   constexpr std::array<std::string_view, 10> names{"kernel",
                                                    "type",
                                                    "instance_path",
@@ -140,10 +140,10 @@ void ExplainObserver::onGiven(std::string_view kernel, Item what, std::string_vi
                               std::uint64_t count) {
   std::vector<GivenItem>& gave = input().gave;
   if (gave.size() >= mostGiven) {
-    summary(gave, nameOf(what), {}).count += count;
+    summary(gave, itemName(what), {}).count += count;
   } else {
     gave.push_back(
-        {std::string(kernel), std::string(nameOf(what)), named(name), count, std::nullopt});
+        {std::string(kernel), std::string(itemName(what)), named(name), count, std::nullopt});
   }
 }
 
@@ -155,12 +155,12 @@ void ExplainObserver::onDropped(std::string_view kernel, Item what, std::string_
                        "are not taken",
                        name, kernel));
   }
-  std::size_t& counted = droppedCounts_[fmt::format("{} {}", nameOf(what), reason)];
+  std::size_t& counted = droppedCounts_[fmt::format("{} {}", itemName(what), reason)];
   if (counted++ >= mostListed) {
-    summary(input().dropped, nameOf(what), reason).count += count;
+    summary(input().dropped, itemName(what), reason).count += count;
   } else {
     input().dropped.push_back(
-        {std::string(kernel), std::string(nameOf(what)), named(name), count, std::string(reason)});
+        {std::string(kernel), std::string(itemName(what)), named(name), count, std::string(reason)});
   }
 }
 

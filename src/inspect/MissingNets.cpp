@@ -9,7 +9,7 @@ namespace consolidator::inspect {
 
 namespace {
 
-constexpr std::size_t mostListed = 10'000;
+constexpr std::size_t mostMissing = 10'000;
 constexpr std::uint64_t mostLooked = 200'000'000;
 constexpr std::uint64_t mostSteps = 2'000'000'000;
 
@@ -59,7 +59,7 @@ void MissingNets::findInKernel(const KernelRecord& kernel, Explanation& explanat
     const std::size_t path = nets_.paths().positionOf(kernel.instancePaths[i]);
     for (const VariableList* list : {&kernel.arguments, &kernel.variables}) {
       for (const VariableRecord& variable : *list) {
-        const bool isOver = ++looked_ > mostLooked || explanation.neverFound.size() >= mostListed;
+        const bool isOver = ++looked_ > mostLooked || explanation.neverFound.size() >= mostMissing;
         explanation.isNeverFoundLimited = isOver;
         if (isOver) return;
         if (variable.second.empty() || hasBits(variable, i)) continue;
