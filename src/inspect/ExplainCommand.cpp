@@ -4,10 +4,10 @@
 #include "inspect/ExplainText.h"
 #include "inspect/ExplainedRun.h"
 #include "inspect/JsonDocument.h"
+#include "inspect/Objections.h"
+#include "inspect/ToolWords.h"
 
 #include <CLI/CLI.hpp>
-
-#include <algorithm>
 
 namespace consolidator::inspect {
 
@@ -15,16 +15,6 @@ namespace {
 
 constexpr std::string_view strictAlone = "losses";
 constexpr std::string_view strictNothing = "nothing";
-
-// The words after "--". They are not for the parser of this command line: it would look into some.
-std::vector<std::string> toolWords(const CLI::App& app) {
-  std::vector<std::string> words = app.remaining();
-  if (words.empty() || words.front() != "--") {
-    throw CLI::ValidationError("the tool's command line has to follow \"--\"");
-  }
-  words.erase(words.begin());
-  return words;
-}
 
 }  // namespace
 
@@ -34,11 +24,7 @@ void ExplainCommand::declare(CLI::App& app) {
                "Status 1 for skipped and refused inputs, losses, a status other than 0 and a usage "
                "text; with \"=nothing\" also for inputs that give nothing")
       ->check(CLI::IsMember({strictAlone, strictNothing}));
-  app.allow_extras();
-  app.footer(
-      "After \"--\" stand the options of consolidator:\n"
-      "  consolidator-inspect explain [OPTIONS] -- -f FILE -k kernel.xml ...");
-  app.callback([this, &app] { words_ = toolWords(app); });
+  declareToolWords(app, words_);
 }
 
 Status ExplainCommand::run(Console& console) {
@@ -55,14 +41,8 @@ Status ExplainCommand::run(Console& console) {
 }
 
 bool ExplainCommand::isObjected(const Explanation& explanation) const {
-  if (strict_.empty()) return false;
-  if (explanation.status != 0 || explanation.isUsage || !explanation.losses.empty()) return true;
-  return std::ranges::any_of(explanation.inputs, [&](const ExplainedInput& input) {
-    const bool gaveNothing =
-        input.outcome == InputOutcome::Nothing && input.kind != InputKind::RamReport;
-    return input.outcome == InputOutcome::Skipped || input.outcome == InputOutcome::Refused ||
-           (strict_ == strictNothing && gaveNothing);
-  });
+  const StrictRules rules{strict_ == strictNothing, {}};
+  return !strict_.empty() && !objectionsTo(explanation, rules, {}).empty();
 }
 
 }  // namespace consolidator::inspect

@@ -5,7 +5,7 @@
 #include "inspect/Explanation.h"
 #include "inspect/InstanceNets.h"
 #include "inspect/Progress.h"
-#include "inspect/UntouchedFiles.h"
+#include "inspect/ObservedFiles.h"
 #include "model/KernelRecord.h"
 #include "observer/RunObserver.h"
 
@@ -21,7 +21,7 @@ namespace consolidator::inspect {
 class ExplainObserver final : public RunObserver {
  public:
   /// Everything but the files is added to the explanation; all must outlive this object.
-  ExplainObserver(Explanation& explanation, const UntouchedFiles& files, Progress& progress)
+  ExplainObserver(Explanation& explanation, const ObservedFiles& files, Progress& progress)
       : explanation_(explanation), files_(files), progress_(progress) {}
 
   /// The kernels of the run, whatever it does to them. To be told before the run.
@@ -55,7 +55,7 @@ class ExplainObserver final : public RunObserver {
   void end(InputOutcome outcome, std::string reason);
 
   Explanation& explanation_;
-  const UntouchedFiles& files_;
+  const ObservedFiles& files_;
   Progress& progress_;
   const KernelList* kernels_ = nullptr;
   bool isDecided_ = false;  // whether the outcome of the input is known before its end

@@ -7,6 +7,7 @@
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
+#include "inspect/RunCommand.h"
 #include "inspect/ShowCommand.h"
 #include "inspect/VerifyCommand.h"
 
@@ -46,6 +47,7 @@ constexpr std::array commands = {
     CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
     CommandEntry{"explain", "say what a run of consolidator would do", make<ExplainCommand>},
+    CommandEntry{"run", "run consolidator so that nothing is lost", make<RunCommand>},
 };
 
 std::string helpText() {

@@ -1,51 +1,30 @@
 #include "inspect/NullStream.h"
 
-#include <sys/types.h>
+#include "inspect/TargetStream.h"
 
-#include <cstdio>
 #include <memory>
 
 namespace consolidator::inspect {
 
 namespace {
 
-struct Cookie {
-  off64_t position = 0;
-  off64_t end = 0;
-  std::string* copy = nullptr;
+class NullTarget : public StreamTarget {
+ public:
+  explicit NullTarget(std::string* copy) : copy_(copy) {}
+
+  bool take(off64_t /*offset*/, std::string_view bytes) override {
+    if (copy_ != nullptr) copy_->append(bytes);
+    return true;
+  }
+
+ private:
+  std::string* copy_;
 };
-
-ssize_t write(void* opaque, const char* bytes, size_t size) {
-  auto& cookie = *static_cast<Cookie*>(opaque);
-  if (cookie.copy != nullptr) cookie.copy->append(bytes, size);
-  cookie.position += static_cast<off64_t>(size);
-  if (cookie.position > cookie.end) cookie.end = cookie.position;
-  return static_cast<ssize_t>(size);
-}
-
-int seek(void* opaque, off64_t* offset, int whence) {
-  auto& cookie = *static_cast<Cookie*>(opaque);
-  off64_t target = *offset;
-  if (whence == SEEK_CUR) target += cookie.position;
-  if (whence == SEEK_END) target += cookie.end;
-  if (target < 0) return -1;
-  *offset = cookie.position = target;
-  return 0;
-}
-
-int close(void* opaque) {
-  const std::unique_ptr<Cookie> owned(static_cast<Cookie*>(opaque));
-  return 0;
-}
 
 }  // namespace
 
 StdioFile openNullStream(std::string* copy) {
-  auto cookie = std::make_unique<Cookie>();
-  cookie->copy = copy;
-  StdioFile stream(fopencookie(cookie.get(), "w", {nullptr, write, seek, close}));
-  if (stream) static_cast<void>(cookie.release());  // the stream owns it
-  return stream;
+  return openTargetStream(std::make_unique<NullTarget>(copy));
 }
 
 }  // namespace consolidator::inspect

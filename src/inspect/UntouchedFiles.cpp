@@ -1,6 +1,7 @@
 #include "inspect/UntouchedFiles.h"
 
 #include "inspect/NullStream.h"
+#include "inspect/SameFile.h"
 #include "inspect/WriteForecast.h"
 
 #include <sys/stat.h>
@@ -14,13 +15,6 @@ namespace consolidator::inspect {
 namespace {
 
 namespace fs = std::filesystem;
-
-bool isSameFile(const struct stat& status, int descriptor) {
-  struct stat other {};
-
-  return fstat(descriptor, &other) == 0 && status.st_dev == other.st_dev &&
-         status.st_ino == other.st_ino;
-}
 
 std::string canonical(const std::string& path) {
   std::error_code error;
@@ -53,11 +47,8 @@ StdioFile UntouchedFiles::openDump(const std::string& path) {
   const WriteForecast forecast = forecastWrite(path);
   if (!forecast.isPossible) return nullptr;
 
-  struct stat status {};
-
-  if (stat(path.c_str(), &status) != 0) return openNullStream();
-  if (isSameFile(status, STDOUT_FILENO)) return openNullStream(&dumpedOut_);
-  if (isSameFile(status, STDERR_FILENO)) return openNullStream(&dumpedErr_);
+  if (isSameFile(path, STDOUT_FILENO)) return openNullStream(&dumpedOut_);
+  if (isSameFile(path, STDERR_FILENO)) return openNullStream(&dumpedErr_);
   return openNullStream();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consolidated/OutputFiles.h"
+#include "inspect/ObservedFiles.h"
 
 #include <sys/types.h>
 
@@ -12,22 +12,19 @@ namespace consolidator::inspect {
 /// Stands for the files that a run would write: says whether they could be opened and takes what is
 /// written, without touching any. Only a named pipe is opened, since nothing else tells whether
 /// somebody reads it; nothing is written to it.
-class UntouchedFiles final : public OutputFiles {
+class UntouchedFiles final : public ObservedFiles {
  public:
   StdioFile openConsolidatedFile(const std::string& path) override;
   StdioFile openDump(const std::string& path) override;
 
-  /// Whether the file at this path would be empty by now: it is the consolidated file, which the
-  /// run has truncated or created.
-  bool isEmptied(const std::string& path) const;
+  /// It is the consolidated file, which the run has truncated or created by now.
+  bool isEmptied(const std::string& path) const override;
 
-  /// Whether the run has opened the consolidated file for writing.
-  bool isOpened() const { return isOpened_; }
+  bool isOpened() const override { return isOpened_; }
 
-  /// What was dumped to standard output or standard error.
-  const std::string& dumpedOut() const { return dumpedOut_; }
+  const std::string& dumpedOut() const override { return dumpedOut_; }
 
-  const std::string& dumpedErr() const { return dumpedErr_; }
+  const std::string& dumpedErr() const override { return dumpedErr_; }
 
  private:
   struct Place {

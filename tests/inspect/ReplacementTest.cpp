@@ -1,4 +1,4 @@
-#include "inspect/WorkingCopy.h"
+#include "inspect/Replacement.h"
 #include "support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -22,16 +22,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class WorkingCopyTest : public testing::Test {
+class ReplacementTest : public testing::Test {
  protected:
-  static WorkingCopy make(const std::string& path) {
-    auto made = WorkingCopy::make(path);
-    return std::get<WorkingCopy>(std::move(made));
+  static Replacement make(const std::string& path) {
+    auto made = Replacement::make(path);
+    return std::get<Replacement>(std::move(made));
   }
 
   static std::string refusalOf(const std::string& path) {
-    const auto made = WorkingCopy::make(path);
-    const auto* const refusal = std::get_if<WorkingCopy::Refusal>(&made);
+    const auto made = Replacement::make(path);
+    const auto* const refusal = std::get_if<Replacement::Refusal>(&made);
     return refusal == nullptr ? "" : refusal->reason;
   }
 
@@ -42,45 +42,40 @@ class WorkingCopyTest : public testing::Test {
   TemporaryFolder folder_;
 };
 
-TEST_F(WorkingCopyTest, HoldsTheBytesOfTheFile) {
-  const std::string path = folder_.write("file", std::string(300'000, 'x'));
-  EXPECT_EQ(readFile(make(path).path()), std::string(300'000, 'x'));
-}
-
-TEST_F(WorkingCopyTest, IsRemovedUnlessItTakesTheName) {
+TEST_F(ReplacementTest, IsRemovedUnlessItTakesTheName) {
   const std::string path = folder_.write("file", "old");
   {
-    const WorkingCopy copy = make(path);
-    writeFile(copy.path(), "new");
+    const Replacement replacement = make(path);
+    writeFile(replacement.path(), "new");
   }
   EXPECT_EQ(readFile(path), "old");
   EXPECT_EQ(fileCount(), 1);
 }
 
-TEST_F(WorkingCopyTest, TakesTheNameOfTheFile) {
+TEST_F(ReplacementTest, TakesTheNameOfTheFile) {
   const std::string path = folder_.write("file", "old");
   {
-    WorkingCopy copy = make(path);
-    writeFile(copy.path(), "new");
-    EXPECT_EQ(copy.takeName(), "");
+    Replacement replacement = make(path);
+    writeFile(replacement.path(), "new");
+    EXPECT_FALSE(replacement.takeName());
   }
   EXPECT_EQ(readFile(path), "new");
   EXPECT_EQ(fileCount(), 1);
 }
 
-TEST_F(WorkingCopyTest, TakesANameThatNoFileHas) {
-  WorkingCopy copy = make(folder_.path("file"));
-  writeFile(copy.path(), "new");
-  EXPECT_EQ(copy.takeName(), "");
+TEST_F(ReplacementTest, TakesANameThatNoFileHas) {
+  Replacement replacement = make(folder_.path("file"));
+  writeFile(replacement.path(), "new");
+  EXPECT_FALSE(replacement.takeName());
   EXPECT_EQ(folder_.read("file"), "new");
 }
 
-TEST_F(WorkingCopyTest, KeepsModeAndAttributes) {
+TEST_F(ReplacementTest, KeepsModeAndAttributes) {
   const std::string path = folder_.write("file", "old");
   ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
   const bool hasAttributes = ::setxattr(path.c_str(), "user.note", "kept", 4, 0) == 0;
-  WorkingCopy copy = make(path);
-  ASSERT_EQ(copy.takeName(), "");
+  Replacement replacement = make(path);
+  ASSERT_FALSE(replacement.takeName());
 
   struct stat now {};
 
@@ -92,35 +87,35 @@ TEST_F(WorkingCopyTest, KeepsModeAndAttributes) {
   EXPECT_EQ(value, "kept");
 }
 
-TEST_F(WorkingCopyTest, LeavesAFileThatWasReplacedMeanwhile) {
+TEST_F(ReplacementTest, LeavesAFileThatWasReplacedMeanwhile) {
   const std::string path = folder_.write("file", "old");
-  WorkingCopy copy = make(path);
+  Replacement replacement = make(path);
   fs::rename(folder_.write("another", "old"), path);
-  EXPECT_EQ(copy.takeName(), "was changed by somebody else meanwhile");
+  EXPECT_EQ(replacement.takeName()->reason, "was changed by somebody else meanwhile");
   EXPECT_EQ(readFile(path), "old");
 }
 
-TEST_F(WorkingCopyTest, LeavesAFileThatAppearedMeanwhile) {
-  WorkingCopy copy = make(folder_.path("file"));
+TEST_F(ReplacementTest, LeavesAFileThatAppearedMeanwhile) {
+  Replacement replacement = make(folder_.path("file"));
   folder_.write("file", "theirs");
-  EXPECT_EQ(copy.takeName(), "was changed by somebody else meanwhile");
+  EXPECT_EQ(replacement.takeName()->reason, "was changed by somebody else meanwhile");
   EXPECT_EQ(folder_.read("file"), "theirs");
 }
 
-TEST_F(WorkingCopyTest, FollowsSymbolicLinks) {
+TEST_F(ReplacementTest, FollowsSymbolicLinks) {
   fs::create_directory(folder_.path("below"));
   const std::string path = folder_.write("below/file", "old");
   fs::create_symlink("below/file", folder_.path("link"));
   fs::create_symlink(folder_.path("link"), folder_.path("second"));
-  WorkingCopy copy = make(folder_.path("second"));
-  writeFile(copy.path(), "new");
-  ASSERT_EQ(copy.takeName(), "");
+  Replacement replacement = make(folder_.path("second"));
+  writeFile(replacement.path(), "new");
+  ASSERT_FALSE(replacement.takeName());
   EXPECT_TRUE(fs::is_symlink(folder_.path("second")));
   EXPECT_TRUE(fs::is_symlink(folder_.path("link")));
   EXPECT_EQ(readFile(path), "new");
 }
 
-TEST_F(WorkingCopyTest, RefusesWhatIsNoRegularFile) {
+TEST_F(ReplacementTest, RefusesWhatIsNoRegularFile) {
   EXPECT_EQ(refusalOf("/dev/null"), "is no regular file");
   fs::create_directory(folder_.path("below"));
   EXPECT_EQ(refusalOf(folder_.path("below")), "is no regular file");
@@ -128,43 +123,43 @@ TEST_F(WorkingCopyTest, RefusesWhatIsNoRegularFile) {
   EXPECT_EQ(refusalOf(folder_.path("pipe")), "is no regular file");
 }
 
-TEST_F(WorkingCopyTest, RefusesAFileWithSeveralNames) {
+TEST_F(ReplacementTest, RefusesAFileWithSeveralNames) {
   const std::string path = folder_.write("file", "old");
   fs::create_hard_link(path, folder_.path("other"));
   EXPECT_EQ(refusalOf(path), "has several names (hard links), of which one alone would change");
   EXPECT_EQ(fileCount(), 2);
 }
 
-TEST_F(WorkingCopyTest, RefusesAFolderThatIsNotThere) {
+TEST_F(ReplacementTest, RefusesAFolderThatIsNotThere) {
   EXPECT_EQ(refusalOf(folder_.path("nowhere/file")), "cannot be locked: No such file or directory");
 }
 
-TEST_F(WorkingCopyTest, RemovesWhatAKilledProcessLeft) {
+TEST_F(ReplacementTest, RemovesWhatAKilledProcessLeft) {
   const std::string path = folder_.write("file", "old");
   const pid_t child = ::fork();
   if (child == 0) {
-    const WorkingCopy copy = make(path);
+    const Replacement replacement = make(path);
     std::raise(SIGKILL);
   }
   ASSERT_EQ(::waitpid(child, nullptr, 0), child);
   EXPECT_EQ(fileCount(), 3);
-  folder_.write(".other.consolidator-copy", "of another file");
-  { const WorkingCopy copy = make(path); }
+  folder_.write(".other.consolidator-1-0", "of another file");
+  { const Replacement replacement = make(path); }
   EXPECT_EQ(fileCount(), 2);
   EXPECT_EQ(readFile(path), "old");
 }
 
 // Each of several processes adds a letter to what the one before left.
-TEST_F(WorkingCopyTest, ProcessesWaitForOneAnother) {
+TEST_F(ReplacementTest, ProcessesWaitForOneAnother) {
   const std::string path = folder_.write("file", "");
   constexpr int processes = 12;
   for (int i = 0; i < processes; ++i) {
     if (::fork() == 0) {
       {
-        WorkingCopy copy = make(path);
-        writeFile(copy.path(), readFile(copy.path()) + "x");
+        Replacement replacement = make(path);
+        writeFile(replacement.path(), readFile(path) + "x");
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        EXPECT_EQ(copy.takeName(), "");
+        EXPECT_FALSE(replacement.takeName());
       }
       ::_exit(0);
     }

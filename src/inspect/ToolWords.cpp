@@ -1,0 +1,23 @@
+#include "inspect/ToolWords.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+namespace consolidator::inspect {
+
+void declareToolWords(CLI::App& app, std::vector<std::string>& words) {
+  app.allow_extras();
+  app.footer(
+      fmt::format("After \"--\" stand the options of consolidator:\n"
+                  "  {} [OPTIONS] -- -f FILE -k kernel.xml ...",
+                  app.get_name()));
+  app.callback([&app, &words] {
+    words = app.remaining();
+    if (words.empty() || words.front() != "--") {
+      throw CLI::ValidationError("the tool's command line has to follow \"--\"");
+    }
+    words.erase(words.begin());
+  });
+}
+
+}  // namespace consolidator::inspect
