@@ -1,5 +1,6 @@
 #include "inspect/RunCommand.h"
 
+#include "driver/Process.h"
 #include "inspect/ExplainDocument.h"
 #include "inspect/JsonDocument.h"
 #include "inspect/PlainText.h"
@@ -48,6 +49,7 @@ void RunCommand::declare(CLI::App& app) {
 }
 
 Status RunCommand::run(Console& console) {
+  prepareHeap();
   const ToolLine line(words_);
   const RunResult result = SafeRun(line, rules_, writesDocument() ? nullptr : &console.out).run();
   writesDocument() ? writeDocument(console, result) : writeText(console, result);

@@ -82,7 +82,10 @@ void SafeRun::save() {
   auto& replacement = std::get<Replacement>(made);
   files_.use(replacement);
   result_.explanation = observeRun(line_, files_);
-  if (isObjected()) return;
+  if (isObjected()) {
+    return result_.messages.push_back(
+        fmt::format("{}: {}", file(), replacement.replacesFile() ? "not changed" : "not made"));
+  }
   if (files_.writeError() != 0) return fail(Status::Unasked, systemText(files_.writeError()));
   if (isSound(replacement)) place(replacement);
 }
