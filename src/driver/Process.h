@@ -9,8 +9,8 @@ namespace consolidator {
 /// - what prepareStandardStreams() gives.
 void prepareProcess();
 
-/// Lets the heap grow by huge pages, unless the memory for that cannot be reserved: a run that holds
-/// much takes less time. To be called once, before anything large is held.
+/// Lets the heap grow by huge pages, unless the memory for that cannot be reserved: a run that
+/// holds much takes less time. To be called once, before anything large is held.
 void prepareHeap();
 
 /// Prepares this process for standard streams, files and pipes that are closed, full or read by

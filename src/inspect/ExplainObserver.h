@@ -4,8 +4,8 @@
 #include "inspect/DoubtfulNets.h"
 #include "inspect/Explanation.h"
 #include "inspect/InstanceNets.h"
-#include "inspect/Progress.h"
 #include "inspect/ObservedFiles.h"
+#include "inspect/Progress.h"
 #include "model/KernelRecord.h"
 #include "observer/RunObserver.h"
 

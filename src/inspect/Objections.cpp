@@ -13,11 +13,11 @@ namespace consolidator::inspect {
 namespace {
 
 constexpr std::array<std::string_view, 18> allowableCodes = {
-    "skipped",           "refused",          "project-differs",     "version-unsupported",
-    "damaged",           "foreign-magic",    "section-unwritten",   "dwarf-differs",
-    "locations-differ",  "condition-decays", "duplicate-condition", "condition-removed",
-    "input-is-file",     "dump-not-written", "dump-empty",          "dump-short",
-    "dump-over-file",    "nothing",
+    "skipped",          "refused",          "project-differs",     "version-unsupported",
+    "damaged",          "foreign-magic",    "section-unwritten",   "dwarf-differs",
+    "locations-differ", "condition-decays", "duplicate-condition", "condition-removed",
+    "input-is-file",    "dump-not-written", "dump-empty",          "dump-short",
+    "dump-over-file",   "nothing",
 };
 
 // Where it is, as compilers name places, then what it came to and why.

@@ -140,8 +140,8 @@ void SafeRun::endDump() {
   result_.status = Status::Holds;
   result_.isDone = true;
   if (files_.dumpsToOutput()) return;
-  result_.summary = fmt::format("{}: {} bytes dumped from {}", line_.dumpPath(),
-                                files_.dumpedBytes(), file());
+  result_.summary =
+      fmt::format("{}: {} bytes dumped from {}", line_.dumpPath(), files_.dumpedBytes(), file());
 }
 
 void SafeRun::failDump(int error) {

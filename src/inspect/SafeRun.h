@@ -25,8 +25,9 @@ struct RunRules {
 struct RunResult {
   Status status = Status::Fails;
   bool isDone = false;
-  std::string reason;       ///< why it is not done, or why the file is left alone; may be empty
-  std::string refusalCode;  ///< of a run that was refused before anything: that of an error document
+  std::string reason;  ///< why it is not done, or why the file is left alone; may be empty
+  std::string
+      refusalCode;  ///< of a run that was refused before anything: that of an error document
   std::vector<std::string> messages;  ///< which name files, and may hold texts of them
   std::string summary;                ///< one line, the same; empty where there is none
   Explanation explanation;

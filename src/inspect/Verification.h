@@ -42,6 +42,7 @@ class Verification {
 
  private:
   void startComparison();
+
   bool looksAtTexts() const { return depth_ == VerificationDepth::Everything; }
 
   void checkContents();
