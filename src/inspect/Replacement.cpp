@@ -45,17 +45,17 @@ void syncFolderOf(const std::string& place) {
 }  // namespace
 
 std::variant<Replacement, Refusal> Replacement::make(const std::string& path) {
-  const std::string place = placeOf(path);
+  const std::string target = placeOf(path);
 
   struct stat file {};
 
-  if (::lstat(place.c_str(), &file) == 0) {
+  if (::lstat(target.c_str(), &file) == 0) {
     if (auto refusal = refusalOf(file)) return *refusal;  // nothing is made beside a device
   }
-  auto lock = std::make_unique<FileLock>(lockNameOf(place));
+  auto lock = std::make_unique<FileLock>(lockNameOf(target));
   if (!lock->isHeld()) return systemRefusal("cannot be locked", lock->error());
-  removeLeftovers(place);
-  Replacement replacement(std::move(lock), place);
+  removeLeftovers(target);
+  Replacement replacement(std::move(lock), target);
   if (auto refusal = replacement.prepare()) return *refusal;
   return replacement;
 }

@@ -33,7 +33,7 @@ int seekCookie(void* opaque, off64_t* offset, int whence) {
 }
 
 int closeCookie(void* opaque) {
-  const std::unique_ptr<Cookie> owned(static_cast<Cookie*>(opaque));
+  std::unique_ptr<Cookie>(static_cast<Cookie*>(opaque)).reset();
   return 0;
 }
 
