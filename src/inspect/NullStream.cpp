@@ -15,7 +15,7 @@ struct Cookie {
   std::string* copy = nullptr;
 };
 
-ssize_t write(void* opaque, const char* bytes, size_t size) {
+ssize_t writeToCookie(void* opaque, const char* bytes, size_t size) {
   auto& cookie = *static_cast<Cookie*>(opaque);
   if (cookie.copy != nullptr) cookie.copy->append(bytes, size);
   cookie.position += static_cast<off64_t>(size);
@@ -23,7 +23,7 @@ ssize_t write(void* opaque, const char* bytes, size_t size) {
   return static_cast<ssize_t>(size);
 }
 
-int seek(void* opaque, off64_t* offset, int whence) {
+int seekInCookie(void* opaque, off64_t* offset, int whence) {
   auto& cookie = *static_cast<Cookie*>(opaque);
   off64_t target = *offset;
   if (whence == SEEK_CUR) target += cookie.position;
@@ -33,8 +33,8 @@ int seek(void* opaque, off64_t* offset, int whence) {
   return 0;
 }
 
-int close(void* opaque) {
-  const std::unique_ptr<Cookie> owned(static_cast<Cookie*>(opaque));
+int closeCookie(void* opaque) {
+  std::unique_ptr<Cookie>(static_cast<Cookie*>(opaque)).reset();
   return 0;
 }
 
@@ -43,7 +43,8 @@ int close(void* opaque) {
 StdioFile openNullStream(std::string* copy) {
   auto cookie = std::make_unique<Cookie>();
   cookie->copy = copy;
-  StdioFile stream(fopencookie(cookie.get(), "w", {nullptr, write, seek, close}));
+  StdioFile stream(
+      fopencookie(cookie.get(), "w", {nullptr, writeToCookie, seekInCookie, closeCookie}));
   if (stream) static_cast<void>(cookie.release());  // the stream owns it
   return stream;
 }

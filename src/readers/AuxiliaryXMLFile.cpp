@@ -146,7 +146,7 @@ void AuxiliaryXMLFile::observeLine(std::string_view line, KernelRecord& kernel) 
     if (!isQuoted(functionName, word)) say("the ends of a value that is not in quotes");
     return false;
   });
-  if (!hasName) say("an \"ak:acceleratorMap\" without \"ak:functionName\"");
+  if (!hasName) say(R"(an "ak:acceleratorMap" without "ak:functionName")");
   if (hasName && !kernel.name.empty()) say("the name of the kernel, which a later line replaces");
 }
 

@@ -149,7 +149,7 @@ std::optional<std::string_view> HLSFile::readBlockLine() {
 
 // A line may look empty and not be it.
 void HLSFile::observeIgnorable(std::string_view line) {
-  const auto text = std::ranges::find_if_not(line, isWhiteSpace);
+  const auto* const text = std::ranges::find_if_not(line, isWhiteSpace);
   if (text == line.begin() || text == line.end() || *text == '#') return;
   if (isIgnorable(line)) ignore("a line that begins with white space", line);
 }

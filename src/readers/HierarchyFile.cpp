@@ -66,7 +66,7 @@ bool HierarchyFile::readVersion() {
 bool HierarchyFile::readInstancePath() {
   if (buffer_.readWord() != "path:") {
     std::cerr << "Parse error" << std::endl;
-    return refuse("an \"instance\" without \"path:\"");
+    return refuse(R"(an "instance" without "path:")");
   }
   const std::string_view path = buffer_.readWord();
   if (observer_ != nullptr) observePath(path);
@@ -98,8 +98,9 @@ void HierarchyFile::observeType(std::string_view word) {
 }
 
 void HierarchyFile::observeHeader(std::string_view header) {
-  if (header.back() != ':')
+  if (header.back() != ':') {
     ignore("the last character of a kernel's name, which is no \":\"", header);
+  }
   if (header.size() == 1) ignore("a kernel without a name", header);
   if (anyKernel_ && kernels_.back().name.empty()) {
     ignore("a kernel without a name, whose content goes to the next one", header);
