@@ -15,6 +15,10 @@ KernelType kernelType(std::string_view word) {
   return KernelType::Unknown;
 }
 
+bool hasContent(const KernelRecord& kernel) {
+  return !kernel.instancePaths.empty() || kernel.type != KernelType::Unknown;
+}
+
 }  // namespace
 
 bool HierarchyFile::parse() {
@@ -22,9 +26,7 @@ bool HierarchyFile::parse() {
   kernels_.emplace_back();
   anyKernel_ = false;
   const bool accepted = readWords();
-  if (accepted && !anyKernel_ && !kernels_.back().instancePaths.empty()) {
-    ignore("instance paths of no kernel");
-  }
+  if (accepted && !anyKernel_ && hasContent(kernels_.back())) ignore("content of no kernel");
   if (!accepted || !anyKernel_) kernels_.pop_back();
   return accepted;
 }
@@ -105,8 +107,8 @@ void HierarchyFile::observeHeader(std::string_view header) {
   if (anyKernel_ && kernels_.back().name.empty()) {
     ignore("a kernel without a name, whose content goes to the next one", header);
   }
-  if (!anyKernel_ && !kernels_.back().instancePaths.empty()) {
-    ignore("the place before the first kernel, whose instance paths go to that one", header);
+  if (!anyKernel_ && hasContent(kernels_.back())) {
+    ignore("the place before the first kernel, whose content goes to that one", header);
   }
 }
 
