@@ -13,14 +13,14 @@ namespace consolidator::inspect {
 
 namespace {
 
-constexpr std::string_view strictAlone = "losses";
+constexpr std::string_view strictAlone = "true";  // what a flag without a value has
 constexpr std::string_view strictNothing = "nothing";
 
 // The words after "--". They are not for the parser of this command line: it would look into some.
 std::vector<std::string> toolWords(const CLI::App& app) {
   std::vector<std::string> words = app.remaining();
   if (words.empty() || words.front() != "--") {
-    throw CLI::ValidationError("the tool's command line has to follow \"--\"");
+    throw CLI::ValidationError("the command line of consolidator has to follow \"--\"");
   }
   words.erase(words.begin());
   return words;
@@ -30,9 +30,12 @@ std::vector<std::string> toolWords(const CLI::App& app) {
 
 void ExplainCommand::declare(CLI::App& app) {
   declareFormat(app);
-  app.add_flag("--strict{losses}", strict_,
+  // Of the tool it is an option that names an input.
+  app.set_help_flag("--help", "Print this help message and exit");
+  app.add_flag("--strict", strict_,
                "Status 1 for skipped and refused inputs, losses, a status other than 0 and a usage "
                "text; with \"=nothing\" also for inputs that give nothing")
+      ->option_text("[=nothing]")
       ->check(CLI::IsMember({strictAlone, strictNothing}));
   app.allow_extras();
   app.footer(

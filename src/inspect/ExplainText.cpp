@@ -91,7 +91,7 @@ void writeNeverFound(TextWriter& out, const NeverFound& missing) {
 
 void writeSections(TextWriter& out, std::string_view title,
                    const std::vector<consolidated::Section>& sections) {
-  out.line("{}: {}", title, sections.empty() ? "none" : "");
+  out.line("{}:{}", title, sections.empty() ? " none" : "");
   writeFirst(out, sections, [&](const consolidated::Section& section) {
     out.line("  {} at {:#x}, {} bytes", spaced(nameOf(section.kind)), section.offset, section.size);
   });
