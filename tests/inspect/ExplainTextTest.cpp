@@ -28,7 +28,8 @@ TEST(ExplainText, TellsAllThatThereIs) {
   explanation.inputs = {makeInput(InputKind::LogicLocations, InputOutcome::Used),
                         makeInput(InputKind::KernelXml, InputOutcome::Refused)};
   ExplainedInput& used = explanation.inputs[0];
-  used.gave = {{"k", "hardware_variable", std::nullopt, 2, std::nullopt}};
+  used.gave = {{"k", "kernel", std::nullopt, 1, std::nullopt},
+               {"k", "hardware_variable", std::nullopt, 2, std::nullopt}};
   used.dropped = {{"k", "variable", "v", 1, "known"}};
   used.ignored = {{"a line of another kind", 7, {1, 2, 3, 4, 5, 6, 7}}, {"a bit", 1, {9}}};
   used.doubtful = {{"k", "/t/k_1", "/t/k_10/r", 1, 8}};
@@ -44,6 +45,7 @@ TEST(ExplainText, TellsAllThatThereIs) {
   explanation.status = 1;
   EXPECT_EQ(explainText(explanation),
             "path (ll): used\n"
+            "  gave kernel k\n"
             "  gave 2 x hardware variable of kernel k\n"
             "  dropped variable v of kernel k: known\n"
             "  ignored 7 x a line of another kind (lines 1, 2, 3, 4, 5, ...)\n"

@@ -362,6 +362,26 @@ TEST_F(ExplainedRunTest, TellsWhatAMergeDrops) {
   EXPECT_EQ(explanation.inputs[0].dropped[0].reason, "the kernel has another type already");
 }
 
+TEST_F(ExplainedRunTest, TellsWhatAnInputDropsItself) {
+  const auto dropped = [&](const std::string& option, const std::string& text) {
+    std::vector<std::string> told;
+    for (const GivenItem& item : explainInput(option, text).dropped) {
+      told.push_back(item.what + " " + item.name.value_or("") + ": " + item.reason.value_or(""));
+    }
+    return told;
+  };
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(dropped("-k",
+                    "<project><platform><device><core><kernel name=\"k\"><arg name=\"a\" "
+                    "type=\"int\"/><arg name=\"a\" type=\"char\"/></kernel></core></device>"
+                    "</platform></project>"),
+            Texts{"argument a: the document has an argument of that name already"});
+  EXPECT_EQ(dropped("-s", hls("local i\nat k.c:1\nend r\nlocal i\nend s\n")),
+            Texts{"variable i: the file has a variable of that name already"});
+  EXPECT_EQ(dropped("-s", hls("local i\nend r\n")),
+            Texts{"variable i: a function without a source position"});
+}
+
 TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {
   using Codes = std::vector<std::string>;
   const std::string whole =
