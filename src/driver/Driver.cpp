@@ -26,6 +26,13 @@ void tellEmptied(const ConsolidatedFile& file, const ConsolidatorOptions& option
   file.observer()->onLoss(code, "the file " + reason + " and is emptied");
 }
 
+// Only one section is dumped.
+void tellSecondDump(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
+  if (file.observer() == nullptr || options.dumpJsonPath().empty()) return;
+  file.observer()->onLoss("dump-not-written",
+                          options.dumpJsonPath() + " is not written, since DWARF is dumped");
+}
+
 bool belongsToProject(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
   const std::string& stored = file.projectName();
   const std::string& named = options.project();
@@ -71,6 +78,7 @@ int consolidate(ConsolidatedFile& file, const ConsolidatorOptions& options) {
 
   if (!options.dumpDwarfPath().empty()) {
     file.dumpDwarf(options.dumpDwarfPath());
+    tellSecondDump(file, options);
   } else if (!options.dumpJsonPath().empty()) {
     file.dumpJson(options.dumpJsonPath());
   } else {

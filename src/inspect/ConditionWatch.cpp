@@ -13,12 +13,12 @@ std::string described(const PreparedCondition& condition) {
   const std::string place = condition.kind == sourceLine
                                 ? fmt::format(" at {}:{}", condition.file, condition.line)
                                 : std::string();
-  return fmt::format("the condition \"{}\"{} of kernel \"{}\"", condition.before, place,
+  return fmt::format(R"(the condition "{}"{} of kernel "{}")", condition.before, place,
                      condition.kernel);
 }
 
 // Two conditions have the same key if they are equal except for what each save changes.
-std::string keyOf(const PreparedCondition& condition) {
+std::string watchedKey(const PreparedCondition& condition) {
   return fmt::format("{} {} {} {} {}", condition.kind, condition.line, condition.file.size(),
                      condition.file, normalForm(*condition.after));
 }
@@ -33,7 +33,7 @@ std::optional<ConditionWatch::Finding> ConditionWatch::look(const PreparedCondit
   if (!condition.after) {
     return Finding{"condition-removed", described(condition) + " always holds and is removed"};
   }
-  if (!seen_.insert(keyOf(condition)).second) {
+  if (!seen_.insert(watchedKey(condition)).second) {
     return Finding{"duplicate-condition", described(condition) + " is stored twice"};
   }
   if (condition.isStored && normalForm(condition.before) != normalForm(*condition.after)) {

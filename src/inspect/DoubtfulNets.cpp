@@ -1,6 +1,7 @@
 #include "inspect/DoubtfulNets.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace consolidator::inspect {
 
@@ -29,19 +30,26 @@ bool DoubtfulNets::note(std::string_view hardwareName, std::uint64_t line,
   constexpr std::size_t mostListed = 1000;
   const std::vector<std::uint32_t> paths = findPaths(hardwareName, inside);
   if (paths.empty()) return false;
-  if (found_.empty()) listed_.clear();
-  std::vector<std::size_t>& positions = listed_[std::string(hardwareName)];
-  for (const std::size_t position : positions) ++found_[position].count;
-  if (!positions.empty()) return false;
+  const std::string net(hardwareName);
+  if (const auto known = listed_.find(net); known != listed_.end()) {
+    for (const std::size_t position : known->second) ++found_[position].count;
+    return false;
+  }
+  bool isLeftOut = false;
   for (const std::uint32_t path : paths) {
     const auto kernel = kernelOf(path, lastComponent(hardwareName));
     if (!kernel) continue;
-    if (found_.size() >= mostListed) return true;
-    positions.push_back(found_.size());
-    found_.push_back({kernels_[*kernel].name, std::string(paths_.text(path)),
-                      std::string(hardwareName), 1, line});
+    isLeftOut = found_.size() >= mostListed;
+    if (isLeftOut) break;
+    listed_[net].push_back(found_.size());
+    found_.push_back({kernels_[*kernel].name, std::string(paths_.text(path)), net, 1, line});
   }
-  return false;
+  return isLeftOut;
+}
+
+std::vector<DoubtfulNet> DoubtfulNets::take() {
+  listed_.clear();
+  return std::exchange(found_, {});
 }
 
 // Nearly all nets are found in as many instances by the one rule as by the other.

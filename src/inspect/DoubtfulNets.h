@@ -12,7 +12,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -29,7 +28,7 @@ class DoubtfulNets {
   bool note(std::string_view hardwareName, std::uint64_t line, const InstanceNets::Paths& inside);
 
   /// Those of the lines since the last call.
-  std::vector<DoubtfulNet> take() { return std::exchange(found_, {}); }
+  std::vector<DoubtfulNet> take();
 
  private:
   std::vector<std::uint32_t> findPaths(std::string_view hardwareName,

@@ -13,16 +13,17 @@ namespace consolidator::inspect {
 
 namespace {
 
-constexpr std::string_view strictAlone = "losses";
+constexpr std::string_view strictAlone = "true";  // what a flag without a value has
 constexpr std::string_view strictNothing = "nothing";
 
 }  // namespace
 
 void ExplainCommand::declare(CLI::App& app) {
   declareFormat(app);
-  app.add_flag("--strict{losses}", strict_,
+  app.add_flag("--strict", strict_,
                "Status 1 for skipped and refused inputs, losses, a status other than 0 and a usage "
                "text; with \"=nothing\" also for inputs that give nothing")
+      ->option_text("[=nothing]")
       ->check(CLI::IsMember({strictAlone, strictNothing}));
   declareToolWords(app, words_);
 }

@@ -59,9 +59,9 @@ void ExplainObserver::finish(bool namesLogicLocations) {
 }
 
 void ExplainObserver::onInputBegin(InputKind kind, std::string_view path) {
-  ExplainedInput& input = explanation_.inputs.emplace_back();
-  input.kind = kind;
-  input.path = path;
+  ExplainedInput& begun = explanation_.inputs.emplace_back();
+  begun.kind = kind;
+  begun.path = path;
   isDecided_ = false;
   droppedCounts_.clear();
   if (kind != InputKind::LogicLocations || nets_) return;
@@ -76,8 +76,8 @@ void ExplainObserver::onInputEnd(const InputExtent& extent) {
     input().gave.push_back({std::nullopt, "dwarf", std::nullopt, 1, std::nullopt});
   }
   if (input().kind == InputKind::LogicLocations && doubtful_) input().doubtful = doubtful_->take();
-  if (!isDecided_)
-    input().outcome = input().gave.empty() ? InputOutcome::Nothing : InputOutcome::Used;
+  if (isDecided_) return;
+  input().outcome = input().gave.empty() ? InputOutcome::Nothing : InputOutcome::Used;
 }
 
 void ExplainObserver::onSkipped(int error) {
@@ -159,8 +159,8 @@ void ExplainObserver::onDropped(std::string_view kernel, Item what, std::string_
   if (counted++ >= mostListed) {
     summary(input().dropped, itemName(what), reason).count += count;
   } else {
-    input().dropped.push_back(
-        {std::string(kernel), std::string(itemName(what)), named(name), count, std::string(reason)});
+    input().dropped.push_back({std::string(kernel), std::string(itemName(what)), named(name), count,
+                               std::string(reason)});
   }
 }
 

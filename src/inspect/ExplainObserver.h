@@ -59,7 +59,6 @@ class ExplainObserver final : public RunObserver {
   Progress& progress_;
   const KernelList* kernels_ = nullptr;
   bool isDecided_ = false;  // whether the outcome of the input is known before its end
-  std::size_t givenFrom_ = 0;
   std::map<std::string, std::size_t, std::less<>> lossCounts_;
   std::map<std::string, std::size_t, std::less<>> droppedCounts_;  // of the input
   std::optional<InstanceNets> nets_;

@@ -48,7 +48,11 @@ std::string described(const GivenItem& item) {
   std::string text = spaced(item.what);
   if (item.count != 1) text = fmt::format("{} x {}", item.count, text);
   if (item.name) text += fmt::format(" {}", plain(*item.name));
-  if (item.kernel) text += fmt::format(" of kernel {}", plain(*item.kernel));
+  if (item.kernel && item.what == "kernel") {
+    text += fmt::format(" {}", plain(*item.kernel));
+  } else if (item.kernel) {
+    text += fmt::format(" of kernel {}", plain(*item.kernel));
+  }
   if (item.reason) text += fmt::format(": {}", *item.reason);
   return text;
 }
@@ -91,10 +95,9 @@ void writeNeverFound(TextWriter& out, const NeverFound& missing) {
 
 void writeSections(TextWriter& out, std::string_view title,
                    const std::vector<consolidated::Section>& sections) {
-  out.line("{}: {}", title, sections.empty() ? "none" : "");
+  out.line("{}:{}", title, sections.empty() ? " none" : "");
   writeFirst(out, sections, [&](const consolidated::Section& section) {
-    out.line("  {} at {:#x}, {} bytes", spaced(nameOf(section.kind)), section.offset,
-             section.size);
+    out.line("  {} at {:#x}, {} bytes", spaced(nameOf(section.kind)), section.offset, section.size);
   });
 }
 

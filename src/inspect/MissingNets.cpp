@@ -23,7 +23,7 @@ std::uint64_t lettersOf(std::string_view text) {
 class LocatedRegisters {
  public:
   LocatedRegisters(const KernelRecord& kernel, InstanceNets& nets) {
-    for (const HardwareVariable& variable : kernel.hardwareVariables) {
+    for (const consolidator::HardwareVariable& variable : kernel.hardwareVariables) {
       const std::uint64_t leaf = keyedHash(lastComponent(variable.rtlName));
       for (const std::uint32_t path : nets.around(variable.rtlName)) {
         pairs_.insert(keyedHash(leaf + path));

@@ -54,7 +54,7 @@ std::vector<Objection> objectionsTo(const Explanation& explanation, const Strict
     if (isObjected(input, rules)) add(objectionTo(input));
   }
   for (const Loss& loss : explanation.losses) {
-    add({loss.code, fmt::format("{}: would be lost: {} [{}]", file, loss.message, loss.code)});
+    add({loss.code, fmt::format("{}: refused: {} [{}]", file, loss.message, loss.code)});
   }
   if (explanation.isUsage) add({"usage", "consolidator answers this command line with its usage"});
   if (explanation.status != 0) {

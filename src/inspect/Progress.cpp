@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view clearLine = "\r\x1B[K";
 
-void write(std::string_view text) {
-  static_cast<void>(!::write(STDERR_FILENO, text.data(), text.size()));
+void writeToTerminal(std::string_view text) {
+  static_cast<void>(::write(STDERR_FILENO, text.data(), text.size()) < 0);
 }
 
 }  // namespace
@@ -23,7 +23,7 @@ Progress::Progress()
     : next_(Clock::now() + std::chrono::seconds(1)), isTerminal_(isatty(STDERR_FILENO) == 1) {}
 
 Progress::~Progress() {
-  if (hasSaid_) write(clearLine);
+  if (hasSaid_) writeToTerminal(clearLine);
 }
 
 void Progress::say(std::string_view path, std::uint64_t bytes) {
@@ -32,7 +32,7 @@ void Progress::say(std::string_view path, std::uint64_t bytes) {
   if (!isTerminal_ || Clock::now() < next_) return;
   next_ = Clock::now() + pause;
   hasSaid_ = true;
-  write(fmt::format("{}{}: {} MB", clearLine, plain(path), bytes / megabyte));
+  writeToTerminal(fmt::format("{}{}: {} MB", clearLine, plain(path), bytes / megabyte));
 }
 
 }  // namespace consolidator::inspect

@@ -60,12 +60,11 @@ void SafeRun::answer() {
 
 bool SafeRun::refuses() {
   const ConsolidatorOptions& options = line_.options();
-  if (!options.dumpDwarfPath().empty() && !options.dumpJsonPath().empty()) {
-    refuse("usage", options.dumpJsonPath() + ": consolidator dumps one section in a run");
-  } else if (options.dumpRequested() && dumpsOverItself(line_)) {
+  if (options.dumpRequested()) {
+    if (!dumpsOverItself(line_)) return false;
     refuse("usage", file() + ": the dump would empty the file that it is to read");
+    return true;
   }
-  if (options.dumpRequested()) return !result_.refusalCode.empty();
   for (const NamedInput& input : line_.inputs()) {
     if (!isSameFile(input.path, file())) continue;
     refuse("usage", input.path + ": is the consolidated file itself, which is no input of its own");

@@ -6,6 +6,8 @@
 namespace consolidator::inspect {
 
 void declareToolWords(CLI::App& app, std::vector<std::string>& words) {
+  // Of the tool, -h is an option that names an input.
+  app.set_help_flag("--help", "Print this help message and exit");
   app.allow_extras();
   app.footer(
       fmt::format("After \"--\" stand the options of consolidator:\n"
@@ -14,7 +16,7 @@ void declareToolWords(CLI::App& app, std::vector<std::string>& words) {
   app.callback([&app, &words] {
     words = app.remaining();
     if (words.empty() || words.front() != "--") {
-      throw CLI::ValidationError("the tool's command line has to follow \"--\"");
+      throw CLI::ValidationError("the command line of consolidator has to follow \"--\"");
     }
     words.erase(words.begin());
   });

@@ -23,6 +23,9 @@ class c_reading_observer {
   /// An element that its parent does not know starts on that line; it is skipped.
   virtual void on_unknown_element(std::uint64_t line) = 0;
 
+  /// An element on that line has an attribute that it does not know; it is skipped.
+  virtual void on_unknown_attribute(std::uint64_t line) = 0;
+
   /// The document was read so far, up to its end or to a fault.
   virtual void on_end(const c_position& position) = 0;
 };

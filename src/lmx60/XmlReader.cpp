@@ -13,6 +13,12 @@
 
 namespace lmx {
 
+namespace {
+
+constexpr std::string_view namespace_declaration = "xmlns";
+
+}  // namespace
+
 // What the parser calls. It is written in C, so nothing may be thrown through it: a failure is kept
 // and the parser is stopped.
 struct c_xml_reader::callbacks {
@@ -158,10 +164,9 @@ void c_xml_reader::add_namespace_mapping(std::string_view prefix, std::string_vi
 }
 
 void c_xml_reader::add_namespace_mappings(const c_attributes& attributes) {
-  static constexpr std::string_view declaration = "xmlns";
   attributes.for_each([this](std::string_view name, std::string_view value) {
-    if (!name.starts_with(declaration)) return;
-    name.remove_prefix(declaration.size());
+    if (!name.starts_with(namespace_declaration)) return;
+    name.remove_prefix(namespace_declaration.size());
     if (name.empty()) add_namespace_mapping({}, value);
     if (name.size() > 1 && name.front() == ':') add_namespace_mapping(name.substr(1), value);
   });
@@ -221,5 +226,10 @@ void c_xml_reader::end_element() {
 }
 
 void c_xml_reader::suspend() { XML_StopParser(parser_.get(), XML_TRUE); }
+
+void c_xml_reader::tell_unknown_attribute(std::string_view name) const {
+  if (name == namespace_declaration || name.starts_with("xmlns:")) return;
+  observer_->on_unknown_attribute(XML_GetCurrentLineNumber(parser_.get()));
+}
 
 }  // namespace lmx

@@ -53,6 +53,11 @@ class c_xml_reader {
   /// Tells the observer, which must outlive the reader, what is left out.
   void observe(c_reading_observer& observer) { observer_ = &observer; }
 
+  /// The element that has just started does not know one of its attributes.
+  void skip_attribute(std::string_view name) const {
+    if (observer_ != nullptr) tell_unknown_attribute(name);
+  }
+
   /// Runs the parser up to the next place where somebody has to act: a child element that was
   /// entered, or the end of the element that is being read. Returns false at the document's end.
   bool tokenise();
@@ -103,6 +108,7 @@ class c_xml_reader {
   void start_element(const char* name, const char* const* names_and_values);
   void end_element();
   void suspend();
+  void tell_unknown_attribute(std::string_view name) const;
 
   std::unique_ptr<c_byte_source> source_;
   error_code& result_;

@@ -124,9 +124,11 @@ void observeArgument(std::string_view attributes, KernelRecord& kernel, Say say)
   if (kernel.arguments.contains(name)) say("an argument that the file has already");
 }
 
+// Whether an element that would count starts after the line's first character.
 bool hasElementInside(std::string_view line) {
-  const std::size_t found = line.find("<ak:arg ");
-  return found != std::string_view::npos;
+  const std::string_view rest = line.substr(std::min<std::size_t>(line.size(), 1));
+  return rest.find("<ak:arg ") != std::string_view::npos ||
+         rest.find("<ak:acceleratorMap ") != std::string_view::npos;
 }
 
 }  // namespace
@@ -138,7 +140,8 @@ void AuxiliaryXMLFile::observeLine(std::string_view line, KernelRecord& kernel) 
   FieldReader fields(line);
   const std::string_view element = fields.readWord();
   if (element == "<ak:arg") observeArgument(fields.rest(), kernel, say);
-  if (hasElementInside(fields.rest())) say("an element that does not begin its line");
+  const std::size_t start = std::min(line.find(element), line.size());
+  if (hasElementInside(line.substr(start))) say("an element that does not begin its line");
   if (element != "<ak:acceleratorMap") return;
   bool hasName = false;
   forEachAttribute<functionName>(fields.rest(), [&](std::string_view word) {
@@ -146,7 +149,7 @@ void AuxiliaryXMLFile::observeLine(std::string_view line, KernelRecord& kernel) 
     if (!isQuoted(functionName, word)) say("the ends of a value that is not in quotes");
     return false;
   });
-  if (!hasName) say("an \"ak:acceleratorMap\" without \"ak:functionName\"");
+  if (!hasName) say(R"(an "ak:acceleratorMap" without "ak:functionName")");
   if (hasName && !kernel.name.empty()) say("the name of the kernel, which a later line replaces");
 }
 

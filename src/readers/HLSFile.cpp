@@ -128,7 +128,7 @@ bool HLSFile::readBlock(std::string_view localName) {
       ignore("a register that the end of its block replaces", *line);
       continue;
     }
-    if (observer_ != nullptr) observeBlockEnd(*line, first);
+    if (observer_ != nullptr) observeBlockEnd(*line, first, second);
     function_.locals.push_back(std::move(local));
     return true;
   }
@@ -149,7 +149,7 @@ std::optional<std::string_view> HLSFile::readBlockLine() {
 
 // A line may look empty and not be it.
 void HLSFile::observeIgnorable(std::string_view line) {
-  const auto text = std::ranges::find_if_not(line, isWhiteSpace);
+  const auto* const text = std::ranges::find_if_not(line, isWhiteSpace);
   if (text == line.begin() || text == line.end() || *text == '#') return;
   if (isIgnorable(line)) ignore("a line that begins with white space", line);
 }
@@ -162,10 +162,13 @@ void HLSFile::observeDropped(std::string_view reason) {
   }
 }
 
-void HLSFile::observeBlockEnd(std::string_view line, std::string_view first) {
+void HLSFile::observeBlockEnd(std::string_view line, std::string_view first,
+                              std::string_view second) {
   if (line.empty()) return ignore("the register of a variable, which the end of the file cuts off");
   observeEnd(line);
-  if (first == "local" || first == "RTL" || first == "Begin" || first == "End") {
+  if (second.empty()) ignore("the register of a variable, which its last line does not give", line);
+  const bool isPosition = second.find(':') < second.find('[');
+  if (isPosition || first == "local" || first == "RTL" || first == "Begin" || first == "End") {
     ignore("a line that ends a block in place of its register", line);
   }
 }

@@ -15,6 +15,10 @@ KernelType kernelType(std::string_view word) {
   return KernelType::Unknown;
 }
 
+bool hasContent(const KernelRecord& kernel) {
+  return !kernel.instancePaths.empty() || kernel.type != KernelType::Unknown;
+}
+
 }  // namespace
 
 bool HierarchyFile::parse() {
@@ -22,9 +26,7 @@ bool HierarchyFile::parse() {
   kernels_.emplace_back();
   anyKernel_ = false;
   const bool accepted = readWords();
-  if (accepted && !anyKernel_ && !kernels_.back().instancePaths.empty()) {
-    ignore("instance paths of no kernel");
-  }
+  if (accepted && !anyKernel_ && hasContent(kernels_.back())) ignore("content of no kernel");
   if (!accepted || !anyKernel_) kernels_.pop_back();
   return accepted;
 }
@@ -66,7 +68,7 @@ bool HierarchyFile::readVersion() {
 bool HierarchyFile::readInstancePath() {
   if (buffer_.readWord() != "path:") {
     std::cerr << "Parse error" << std::endl;
-    return refuse("an \"instance\" without \"path:\"");
+    return refuse(R"(an "instance" without "path:")");
   }
   const std::string_view path = buffer_.readWord();
   if (observer_ != nullptr) observePath(path);
@@ -98,14 +100,15 @@ void HierarchyFile::observeType(std::string_view word) {
 }
 
 void HierarchyFile::observeHeader(std::string_view header) {
-  if (header.back() != ':')
+  if (header.back() != ':') {
     ignore("the last character of a kernel's name, which is no \":\"", header);
+  }
   if (header.size() == 1) ignore("a kernel without a name", header);
   if (anyKernel_ && kernels_.back().name.empty()) {
     ignore("a kernel without a name, whose content goes to the next one", header);
   }
-  if (!anyKernel_ && !kernels_.back().instancePaths.empty()) {
-    ignore("the place before the first kernel, whose instance paths go to that one", header);
+  if (!anyKernel_ && hasContent(kernels_.back())) {
+    ignore("the place before the first kernel, whose content goes to that one", header);
   }
 }
 

@@ -31,6 +31,10 @@ class DocumentObserver final : public lmx::c_reading_observer {
     observer_.onIgnored("an element that is not known in its place", line);
   }
 
+  void on_unknown_attribute(std::uint64_t line) override {
+    observer_.onIgnored("an attribute that is not known in its element", line);
+  }
+
   void on_end(const lmx::c_position& position) override { useEnd_(position); }
 
  private:

@@ -7,6 +7,7 @@
 #include "text/WhiteSpace.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 
 namespace consolidator {
@@ -52,6 +53,15 @@ std::optional<NetBit> readNet(FieldReader& fields) {
     if (word.starts_with(netMark)) return NetBit(word.substr(netMark.size()));
   } while (!word.empty());
   return std::nullopt;
+}
+
+// Whether the address of a line that has one does not fit into a location.
+bool hasWideAddress(std::string_view line) {
+  FieldReader fields(line);
+  fields.readWord();
+  std::uint64_t number = 0;
+  return fields.readNumber(number) && fields.readNumber(number, 16) &&
+         number > std::numeric_limits<std::uint32_t>::max();
 }
 
 }  // namespace
@@ -112,6 +122,7 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
 // that is new can tell of a line before.
 void LLFile::observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
                         const LogicLocation& location, std::string_view line) {
+  if (hasWideAddress(line)) ignore("the digits of an address beyond 32 bits", line);
   observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
   if (found.kernels.empty()) return;
   const std::uint32_t owner = found.kernels.front();

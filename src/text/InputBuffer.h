@@ -58,7 +58,8 @@ class InputBuffer : public std::streambuf {
 
   /// Whether a line that was just read had a zero byte, where its text ends.
   bool endsInZeroByte(std::string_view text) const {
-    return text.data() != nullptr && text.end() < gptr() && *text.end() == '\0';
+    const char* const end = text.data() + text.size();
+    return text.data() != nullptr && end < gptr() && *end == '\0';
   }
 
   /// How much was read of an observed buffer.

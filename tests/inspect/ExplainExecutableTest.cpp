@@ -153,7 +153,25 @@ TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {
   EXPECT_EQ(status({"--strict", "--", "-f", "new", "-h", "h", "-h", "empty", "-r", "empty"}), 0);
   EXPECT_EQ(status({"--strict=nothing", "--", "-f", "new", "-h", "h", "-h", "empty"}), 1);
   EXPECT_EQ(status({"--strict=nothing", "--", "-f", "new", "-h", "h", "-r", "empty"}), 0);
-  EXPECT_EQ(status({"-f", "new", "-k", "xml"}), 2);
+}
+
+TEST(ExplainExecutable, WantsTwoDashesBeforeTheCommandLine) {
+  for (const Words& words : std::vector<Words>{{"-f", "x", "-h", "y"}, {"-h"}, {"-c", "--"}, {}}) {
+    Words line{"explain"};
+    line.insert(line.end(), words.begin(), words.end());
+    EXPECT_EQ(startInspect(line, "/").outcome(),
+              (Outcome{2, "",
+                       "consolidator-inspect: explain: the command line of consolidator has to "
+                       "follow \"--\" (see \"consolidator-inspect explain --help\")\n"}))
+        << joined(words);
+  }
+}
+
+TEST(ExplainExecutable, ShowsItsHelpWithoutTheOptionsOfTheTool) {
+  const Outcome outcome = startInspect({"explain", "--help"}, "/").outcome();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_NE(outcome.out.find("--strict [=nothing]"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("explain [OPTIONS] -- -f FILE"), std::string::npos) << outcome.out;
 }
 
 }  // namespace

@@ -1,12 +1,17 @@
 #include "inspect/ExplainedRun.h"
 #include "support/Bytes.h"
 #include "support/FullContainer.h"
+#include "support/NamedPipe.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,6 +26,10 @@ const std::string hierarchy = "k:\n type: hls\n instance path: /t/k_1\n instance
 std::string hls(const std::string& lines) { return "RTL a b c\n" + lines; }
 
 std::string bit(const std::string& net) { return "Bit 1 0x2 3 d 4 Net=" + net + "\n"; }
+
+const std::set<std::string> dwarfRefusals{"a pipe, whose size cannot be known",
+                                          "a file of 2 GiB or more",
+                                          "a file that cannot be read to its end"};
 
 class ExplainedRunTest : public testing::Test {
  protected:
@@ -51,6 +60,13 @@ class ExplainedRunTest : public testing::Test {
     return std::to_string(input.line.value_or(0)) + ": " + input.reason.value_or("");
   }
 
+  void expectRefusedDwarf(const std::string& path, const std::string& reason) {
+    const ExplainedInput input = explainRun({"-f", folder_.path("new"), "-d", path}).inputs.at(0);
+    EXPECT_EQ(input.outcome, InputOutcome::Refused);
+    EXPECT_EQ(input.reason, reason);
+    EXPECT_TRUE(dwarfRefusals.contains(reason));
+  }
+
   // The codes of the losses of a run that adds to a file with these bytes.
   std::vector<std::string> losses(const std::string& bytes, std::vector<std::string> more = {}) {
     const std::string file = folder_.write("file", bytes);
@@ -66,6 +82,29 @@ class ExplainedRunTest : public testing::Test {
   Explanation explanation_;
 };
 
+// So many nets of an instance whose path begins like that of another one.
+std::string doubtfulBits(int count) {
+  std::string bits;
+  for (int i = 0; i < count; ++i) bits += bit("t/k_10/" + std::to_string(i) + "/i_r");
+  return bits;
+}
+
+// The reasons in the second column of a table of the document on what is skipped.
+std::set<std::string> listedReasons(const std::string& heading) {
+  std::ifstream document(CONSOLIDATOR_DOCUMENTS "/what-is-skipped.md");
+  std::string line;
+  while (std::getline(document, line) && line != heading) continue;
+  std::set<std::string> reasons;
+  while (std::getline(document, line) && !line.starts_with('#')) {
+    const std::size_t first = line.find('|', 1);
+    if (first == std::string::npos) continue;
+    std::istringstream column(line.substr(first, line.find('|', first + 1) - first));
+    std::string text;
+    while (std::getline(column, text, '`') && std::getline(column, text, '`')) reasons.insert(text);
+  }
+  return reasons;
+}
+
 struct Reason {
   const char* option;
   std::string text;
@@ -79,7 +118,8 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
       {"-h", "k:\ntype: foo\n", "a type that is not known", {2}},
       {"-h", "k:\ntype: c\ntype: ip\n", "a type that a later one replaces", {3}},
       {"-h", "k:\nversion: x\na:\n", "all that follows a \"version:\" without a number", {2}},
-      {"-h", "instance path: /a\n", "instance paths of no kernel", {2}},
+      {"-h", "instance path: /a\n", "content of no kernel", {2}},
+      {"-h", "\ntype: c", "content of no kernel", {2}},
       {"-h", "k:\ninstance path:", "an instance path that the end of the file cuts off", {2}},
       {"-h",
        "k:\ninstance path: /a\ninstance path: /a",
@@ -90,9 +130,21 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
       {"-h", ":\nk:\n", "a kernel without a name, whose content goes to the next one", {2}},
       {"-h",
        "instance path: /a\nk:\n",
-       "the place before the first kernel, whose instance paths go to that one",
+       "the place before the first kernel, whose content goes to that one",
+       {2}},
+      {"-h",
+       "type: c\nk:\n",
+       "the place before the first kernel, whose content goes to that one",
        {2}},
       {"-k", "<project>\n<foo/>\n</project>", "an element that is not known in its place", {2}},
+      {"-k",
+       "<project xmlns=\"u\" xmlns:a=\"v\"\n b=\"\">\n<platform c=\"\"/>\n</project>",
+       "an attribute that is not known in its element",
+       {1, 3}},
+      {"-k",
+       "<project><platform><device><core><kernel/></core></device></platform></project>",
+       "a kernel without a name",
+       {}},
       {"-s", "RTL a b c\n local i\n", "a line that begins with white space", {2}},
       {"-s", "#\nRTL a b c\nlocal i\nend i_r\n", "a function without a source position", {2}},
       {"-s",
@@ -110,6 +162,14 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
       {"-s",
        hls("local i\nat k.c:1\nlocal j\n"),
        "a line that ends a block in place of its register",
+       {4}},
+      {"-s",
+       hls("local i\nat k.c:1\nat k.c:2 more\n"),
+       "a line that ends a block in place of its register",
+       {4}},
+      {"-s",
+       hls("local i\nat k.c:1\nend\n"),
+       "the register of a variable, which its last line does not give",
        {4}},
       {"-s",
        hls("local i\nat k.c:1\n"),
@@ -131,13 +191,14 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
        "an attribute that a later one of the line replaces",
        {1}},
       {"-x",
-       "<a><ak:arg ak:originalName=\"a\" />\n",
+       "\n  <a><ak:acceleratorMap ak:functionName=\"a\" />\n",
        "an element that does not begin its line",
-       {}},
+       {2}},
       {"-x",
        "<a> <ak:arg ak:originalName=\"a\" />\n",
        "an element that does not begin its line",
        {1}},
+      {"-x", std::string("#a\n#b\0c\n", 8), "the rest of a line after a zero byte", {2}},
       {"-x",
        "\n<ak:acceleratorMap x>\n",
        "an \"ak:acceleratorMap\" without \"ak:functionName\"",
@@ -159,10 +220,20 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
       {"-l", "; c\n" + bit("other/i_r"), "a net outside every instance", {2}},
       {"-l", "; c\n" + bit("t/k_1/j_r"), "a net inside an instance, but of no known register", {2}},
       {"-l",
+       "; c\nBit 1 0x100000000 3 d 4 Net=t/k_1/i_r\n",
+       "the digits of an address beyond 32 bits",
+       {2}},
+      {"-l",
+       std::string("; c\nBit 1 0x2 3 d 4 Net=t/k_1/i_r\0x\n", 36),
+       "the rest of a line after a zero byte",
+       {2}},
+      {"-l", "; c\n" + doubtfulBits(1001), "a doubtful net that there is no room to list", {1002}},
+      {"-l",
        bit("t/k_1/i_r") + "Bit 1 0x3 3 d 4 Net=t/k_1/i_r\n",
        "an earlier location of the bit, which the line replaces",
        {2}},
       {"-r", "\n" + longLine + "\n", "a line over 2047 bytes", {2}},
+      {"-r", std::string("#a\n#b\0c\n", 8), "the rest of a line after a zero byte", {2}},
       {"-r",
        "\n3. Memory Utilization - Inferred\n",
        "a section before the title with the number 8",
@@ -173,10 +244,13 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
        "a block RAM, since RAM reports add nothing",
        {3}},
   };
+  std::set<std::string> tested;
   for (const Reason& reason : reasons) {
     SCOPED_TRACE(reason.reason);
+    tested.insert(reason.reason);
     EXPECT_EQ(ignored(reason.option, reason.text, reason.reason), reason.lines) << reason.text;
   }
+  EXPECT_EQ(listedReasons("## What has no effect inside an input"), tested);
 }
 
 TEST_F(ExplainedRunTest, FindsNothingToIgnoreInPlainInputs) {
@@ -191,18 +265,48 @@ TEST_F(ExplainedRunTest, FindsNothingToIgnoreInPlainInputs) {
 
 TEST_F(ExplainedRunTest, NamesTheLineOfARefusal) {
   const std::string longLine(1024, 'x');
-  EXPECT_EQ(refusal("-h", "k:\nversion: 2\n"), "2: a version above 1");
-  EXPECT_EQ(refusal("-h", "k:\n\ninstance name: x"), "3: an \"instance\" without \"path:\"");
+  const std::vector<Reason> reasons{
+      {"-h", "k:\nversion: 2\n", "a version above 1", {2}},
+      {"-h", "k:\n\ninstance name: x", "an \"instance\" without \"path:\"", {3}},
+      {"-s", "#\nfoo\n", "a line of no known kind", {2}},
+      {"-s", "#\nlocal i\n", "a \"local\" before any RTL line", {2}},
+      {"-s", "#\nEnd Function a\n", "an \"End Function\" without its beginning", {2}},
+      {"-s", "Begin Function a\n", "a \"Begin Function\" without its end", {2}},
+      {"-s", "\n" + longLine, "a line over 1023 bytes", {2}},
+      {"-s", hls("local i\n" + longLine), "a line over 1023 bytes", {3}},
+      {"-x", "\n" + longLine, "a line over 1023 bytes", {2}},
+      {"-x", "\n<ak:arg ak:originalName=\n", "an attribute without a value", {2}},
+  };
+  std::set<std::string> tested = dwarfRefusals;
+  for (const Reason& reason : reasons) {
+    tested.insert(reason.reason);
+    EXPECT_EQ(refusal(reason.option, reason.text),
+              std::to_string(reason.lines[0]) + ": " + reason.reason);
+  }
+  EXPECT_EQ(listedReasons("## Inputs that are refused"), tested);
+}
+
+TEST_F(ExplainedRunTest, NamesLineAndColumnOfAFaultyDocument) {
   EXPECT_EQ(refusal("-k", "<project>\n<platform></project>"),
             "2: line 2: document not well-formed (mismatched tag), column 13");
-  EXPECT_EQ(refusal("-s", "#\nfoo\n"), "2: a line of no known kind");
-  EXPECT_EQ(refusal("-s", "#\nlocal i\n"), "2: a \"local\" before any RTL line");
-  EXPECT_EQ(refusal("-s", "#\nEnd Function a\n"), "2: an \"End Function\" without its beginning");
-  EXPECT_EQ(refusal("-s", "Begin Function a\n"), "2: a \"Begin Function\" without its end");
-  EXPECT_EQ(refusal("-s", "\n" + longLine), "2: a line over 1023 bytes");
-  EXPECT_EQ(refusal("-s", hls("local i\n" + longLine)), "3: a line over 1023 bytes");
-  EXPECT_EQ(refusal("-x", "\n" + longLine), "2: a line over 1023 bytes");
-  EXPECT_EQ(refusal("-x", "\n<ak:arg ak:originalName=\n"), "2: an attribute without a value");
+}
+
+TEST_F(ExplainedRunTest, RefusesDwarfOfAPipe) {
+  const NamedPipe pipe;
+  pipe.write("bytes");
+  expectRefusedDwarf(pipe.path(), "a pipe, whose size cannot be known");
+}
+
+TEST_F(ExplainedRunTest, RefusesDwarfOfTwoGibibytes) {
+  const std::string file = folder_.write("sparse", "");
+  std::filesystem::resize_file(file, std::uintmax_t{1} << 31);
+  expectRefusedDwarf(file, "a file of 2 GiB or more");
+}
+
+TEST_F(ExplainedRunTest, RefusesDwarfThatIsShorterThanItsSize) {
+  const char* const pseudo = "/sys/kernel/mm/transparent_hugepage/enabled";
+  if (!std::filesystem::exists(pseudo)) GTEST_SKIP() << "no pseudo file here";
+  expectRefusedDwarf(pseudo, "a file that cannot be read to its end");
 }
 
 TEST_F(ExplainedRunTest, SaysWhyAnInputIsSkipped) {
@@ -256,6 +360,26 @@ TEST_F(ExplainedRunTest, TellsWhatAMergeDrops) {
   ASSERT_EQ(explanation.inputs[0].dropped.size(), 1U);
   EXPECT_EQ(explanation.inputs[0].dropped[0].what, "type");
   EXPECT_EQ(explanation.inputs[0].dropped[0].reason, "the kernel has another type already");
+}
+
+TEST_F(ExplainedRunTest, TellsWhatAnInputDropsItself) {
+  const auto dropped = [&](const std::string& option, const std::string& text) {
+    std::vector<std::string> told;
+    for (const GivenItem& item : explainInput(option, text).dropped) {
+      told.push_back(item.what + " " + item.name.value_or("") + ": " + item.reason.value_or(""));
+    }
+    return told;
+  };
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(dropped("-k",
+                    "<project><platform><device><core><kernel name=\"k\"><arg name=\"a\" "
+                    "type=\"int\"/><arg name=\"a\" type=\"char\"/></kernel></core></device>"
+                    "</platform></project>"),
+            Texts{"argument a: the document has an argument of that name already"});
+  EXPECT_EQ(dropped("-s", hls("local i\nat k.c:1\nend r\nlocal i\nend s\n")),
+            Texts{"variable i: the file has a variable of that name already"});
+  EXPECT_EQ(dropped("-s", hls("local i\nend r\n")),
+            Texts{"variable i: a function without a source position"});
 }
 
 TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {

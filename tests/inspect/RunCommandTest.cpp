@@ -127,7 +127,7 @@ TEST_F(RunCommandTest, KeepsTheFileOfAnotherProject) {
   expectNothing(1,
                 said("Error: consolidated file made has meta-data for project name, not specified "
                      "project other") +
-                    said("made: would be lost: the file belongs to another project and is emptied "
+                    said("made: refused: the file belongs to another project and is emptied "
                          "[project-differs]") +
                     said("made: consolidator ends with status 1") + said("made: not changed"),
                 {"-f", "@made", "-p", "other", "-h", "@h"});
@@ -272,13 +272,13 @@ TEST_F(RunCommandTest, Dumps) {
 TEST_F(RunCommandTest, KeepsADumpThatWouldBeEmptyOrShort) {
   folder_.write("dump", "old");
   folder_.write("bare", container({{SectionKind::ProjectName, "name"}}));
-  expectNothing(1, said("bare: would be lost: the file has no such section [dump-empty]"),
+  expectNothing(1, said("bare: refused: the file has no such section [dump-empty]"),
                 {"-f", "@bare", "-u", "@dump"}, "dump");
   folder_.write("hollow", container({{SectionKind::Dwarf, ""}}));
   expectNothing(1, said("hollow: the section is empty"), {"-f", "@hollow", "-u", "@dump"}, "dump");
   const std::string whole = folder_.read("made");
   folder_.write("short", whole.substr(0, whole.size() - 1));
-  expectNothing(1, said("short: would be lost: the section lies outside the file [dump-empty]"),
+  expectNothing(1, said("short: refused: the section lies outside the file [dump-empty]"),
                 {"-f", "@short", "-j", "@dump"}, "dump");
   EXPECT_EQ(run({"-f", "@bare", "-u", "@dump"}, {"--allow=dump-empty"}).status, 0);
   EXPECT_EQ(folder_.read("dump"), "");
@@ -287,7 +287,8 @@ TEST_F(RunCommandTest, KeepsADumpThatWouldBeEmptyOrShort) {
 TEST_F(RunCommandTest, RefusesDumpsThatTheToolCannotMake) {
   expectNothing(2, said("made: the dump would empty the file that it is to read"),
                 {"-f", "@made", "-u", "@made"});
-  expectNothing(2, said("b: consolidator dumps one section in a run"),
+  expectNothing(1, said("made: refused: b is not written, since DWARF is "
+                        "dumped [dump-not-written]"),
                 {"-f", "@made", "-u", "@a", "-j", "@b"});
   expectNothing(2, said("nowhere/dump: No such file or directory"),
                 {"-f", "@made", "-u", "@nowhere/dump"});
