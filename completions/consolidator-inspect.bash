@@ -28,6 +28,7 @@ _consolidator_inspect_options() {
         verify) options+="--format --notes --all --strict --require --quiet " ;;
         diff) options+="--format --exact --sections --stat " ;;
         coverage) options+="--format --fail-under --baseline " ;;
+        explain) options+="--format --strict -- " ;;
         sql) options+="--output --append " ;;
     esac
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
@@ -43,6 +44,14 @@ _consolidator_inspect_operand() {
         show:1 | json:1 | extract:1 | find:1 | diff:[12] | coverage:1 | verify:* | sql:*)
             _consolidator_inspect_files ;;
     esac
+}
+
+# Completes the tool's own command line, which begins after the given number of words.
+_consolidator_inspect_tool() {
+    local words=("${COMP_WORDS[@]:$1}") place=$((COMP_CWORD - $1 + 1))
+    local COMP_WORDS=(consolidator "${words[@]}") COMP_CWORD=$place
+    declare -F _consolidator >/dev/null || _completion_loader consolidator 2>/dev/null
+    declare -F _consolidator >/dev/null && _consolidator
 }
 
 # The number of the operand that is completed, counted from 1.
@@ -62,7 +71,7 @@ _consolidator_inspect_place() {
 
 _consolidator_inspect() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local command=${COMP_WORDS[1]}
+    local command=${COMP_WORDS[1]} i
     # An equal sign is a word of its own.
     if [[ $current == "=" ]]; then
         current=
@@ -71,8 +80,16 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff coverage sql --help --version"
+        _consolidator_inspect_words "show json extract find verify diff coverage explain sql --help \
+            --version"
         return
+    fi
+    if [[ $command == explain ]]; then
+        for ((i = 2; i < COMP_CWORD; ++i)); do
+            [[ ${COMP_WORDS[i]} == -- ]] || continue
+            _consolidator_inspect_tool $((i + 1))
+            return
+        done
     fi
     case $previous:$current in
         --format:*) _consolidator_inspect_words "text json" ;;
@@ -83,7 +100,10 @@ _consolidator_inspect() {
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
             ;;
-        --kernel:* | --strict:) ;;
+        --strict:*)
+            [[ $command != explain ]] || _consolidator_inspect_words nothing
+            ;;
+        --kernel:*) ;;
         *:-*) _consolidator_inspect_options "$command" ;;
         *) _consolidator_inspect_operand "$command" "$(_consolidator_inspect_place)" ;;
     esac

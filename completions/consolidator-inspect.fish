@@ -17,7 +17,15 @@ function __consolidator_inspect_next -a command number
     test $count = $number
 end
 
-set -l commands show json extract find verify diff coverage sql
+# Completes the tool's own command line, which follows "--".
+function __consolidator_inspect_tool
+    set -l words (commandline -opc)
+    set -l dashes (contains -i -- -- $words); or return 1
+    set -e words[1..$dashes]
+    complete -C "consolidator "(string join -- ' ' (string escape -- $words) (commandline -ct))
+end
+
+set -l commands show json extract find verify diff coverage explain sql
 complete -c consolidator-inspect -f
 complete -c consolidator-inspect -n __fish_use_subcommand -a show -d 'Show what is in a file'
 complete -c consolidator-inspect -n __fish_use_subcommand -a json -d 'Write what is in a file as strict JSON'
@@ -26,6 +34,7 @@ complete -c consolidator-inspect -n __fish_use_subcommand -a find -d 'Find a var
 complete -c consolidator-inspect -n __fish_use_subcommand -a verify -d 'Check whether files are sound'
 complete -c consolidator-inspect -n __fish_use_subcommand -a diff -d 'Tell how two files differ'
 complete -c consolidator-inspect -n __fish_use_subcommand -a coverage -d 'Tell what of a file can be debugged'
+complete -c consolidator-inspect -n __fish_use_subcommand -a explain -d 'Tell what a run of consolidator would do'
 complete -c consolidator-inspect -n __fish_use_subcommand -a sql -d 'Write what is in files as an SQLite database'
 complete -c consolidator-inspect -n __fish_use_subcommand -l version -d 'Show the version'
 complete -c consolidator-inspect -l help -d 'Show the options'
@@ -33,7 +42,7 @@ complete -c consolidator-inspect -n "__consolidator_inspect_is $commands; and no
 complete -c consolidator-inspect -n '__consolidator_inspect_next extract 2' -a 'project dwarf json records'
 complete -c consolidator-inspect -n '__consolidator_inspect_is show' -l kernel -x -d 'Show a kernel of this name in full'
 complete -c consolidator-inspect -n '__consolidator_inspect_is json' -l pretty -d 'One value per line'
-complete -c consolidator-inspect -n '__consolidator_inspect_is find verify diff coverage' -l format -x -a 'text json' -d 'For people or for programs'
+complete -c consolidator-inspect -n '__consolidator_inspect_is find verify diff coverage explain' -l format -x -a 'text json' -d 'For people or for programs'
 complete -c consolidator-inspect -n '__consolidator_inspect_is extract sql' -s o -l output -r -F -d 'Where to write'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l notes -d 'List notes, too'
 complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l all -d 'List all findings'
@@ -45,4 +54,6 @@ complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l sections
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l stat -d 'Write the summary alone'
 complete -c consolidator-inspect -n '__consolidator_inspect_is coverage' -l fail-under -x -a 'arguments= variables=' -d 'Percentage that must have locations'
 complete -c consolidator-inspect -n '__consolidator_inspect_is coverage' -l baseline -r -F -d 'File that had all locations'
+complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -l strict -d 'Status 1 for what is lost'
+complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -a '(__consolidator_inspect_tool)'
 complete -c consolidator-inspect -n '__consolidator_inspect_is sql' -l append -d 'Add to a database that is there'

@@ -2,7 +2,9 @@
 
 #include "bytes/ByteReader.h"
 #include "bytes/ByteWriter.h"
+#include "consolidated/OutputFiles.h"
 #include "consolidated/SectionVisit.h"
+#include "model/ConditionPreparer.h"
 #include "model/KernelJson.h"
 #include "readers/AuxiliaryXMLFile.h"
 #include "readers/HLSFile.h"
@@ -14,6 +16,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iostream>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -51,11 +54,23 @@ class RecordSkipper {
   std::set<long> wholeLists_;  // where they start
 };
 
+// Adds what a reader reads, and tells the observer, if there is one, about that.
+void addObservedInput(ConsolidatedFile& file, InputFile& reader, InputKind kind,
+                      const std::string& path) {
+  RunObserver* const observer = file.observer();
+  if (observer != nullptr) {
+    observer->onInputBegin(kind, path);
+    reader.observe(*observer);
+  }
+  file.addInput(reader);
+  if (observer != nullptr) observer->onInputEnd(reader.extent());
+}
+
 // Constructs a reader on the file and adds what it reads.
-template <typename Reader, typename... Known>
+template <typename Reader, InputKind kind, typename... Known>
 void addFile(ConsolidatedFile& file, const std::string& path, const Known&... known) {
   Reader reader(path.c_str(), known...);
-  file.addInput(reader);
+  addObservedInput(file, reader, kind, path);
 }
 
 void writeBytes(std::FILE* stream, std::string_view bytes) {
@@ -67,10 +82,21 @@ void writeBytes(std::FILE* stream, std::string_view bytes) {
 }  // namespace
 
 void ConsolidatedFile::openOrCreate(const std::string& path, bool create, bool forDump) {
-  *this = ConsolidatedFile();
+  forget();
   if (!create && forDump) readForDump(path);
   if (!create && !forDump) readExisting(path);
-  stream_ = openStdioFileAtOnce(path, forDump ? "r" : "w");
+  if (forDump || outputs_ == nullptr) {
+    stream_ = openStdioFileAtOnce(path, forDump ? "r" : "w");
+  } else {
+    stream_ = outputs_->openConsolidatedFile(path);
+  }
+}
+
+void ConsolidatedFile::forget() {
+  ConsolidatedFile fresh;
+  fresh.observer_ = observer_;
+  fresh.outputs_ = outputs_;
+  *this = std::move(fresh);
 }
 
 bool ConsolidatedFile::readExisting(const std::string& path) {
@@ -80,6 +106,12 @@ bool ConsolidatedFile::readExisting(const std::string& path) {
   const bool isWhole = visit.visit(table_);
   if (auto name = visit.readProjectName()) projectName_ = std::move(*name);
   if (visit.dwarf()) dwarf_.readSection(in.get(), *visit.dwarf());
+  if (observer_ != nullptr) {
+    if (!isWhole) tellDamage(visit.visited());
+    for (const KernelRecord& kernel : kernels_) {
+      storedConditions_.push_back(kernel.breakableConditions.size());
+    }
+  }
   return isWhole;
 }
 
@@ -103,6 +135,7 @@ bool ConsolidatedFile::readHeader(std::FILE* in) {
   FileHeader::Bytes bytes = header_.encode();
   const std::size_t got = std::fread(bytes.data(), 1, bytes.size(), in);
   header_ = FileHeader::decode(bytes);
+  if (observer_ != nullptr) tellHeader(got);
   return got == bytes.size() && header_.hasExpectedMagic();
 }
 
@@ -111,8 +144,14 @@ bool ConsolidatedFile::readTable(std::FILE* in) {
   table_.reserve(reader.plausibleCount(header_.sectionCount, sizeof(SectionEntry)));
   for (std::uint32_t i = 0; i < header_.sectionCount; ++i) {
     SectionEntry entry;
-    if (!entry.readBinary(reader)) return false;
+    if (!entry.readBinary(reader)) {
+      lose("damaged", "the section table ends early: nothing of the file is kept");
+      return false;
+    }
     table_.push_back(entry);
+    if (observer_ != nullptr) {
+      observer_->onStoredSection(static_cast<std::uint32_t>(entry.kind), entry.offset, entry.size);
+    }
   }
   return true;
 }
@@ -135,17 +174,29 @@ void ConsolidatedFile::setProject(const std::string& name) {
 }
 
 void ConsolidatedFile::addDwarf(const std::string& path) {
-  if (hasSection(SectionKind::Dwarf)) return;
-  if (const auto size = dwarf_.openFile(path)) table_.push_back({SectionKind::Dwarf, 0, *size});
+  if (observer_ != nullptr) observer_->onInputBegin(InputKind::Dwarf, path);
+  std::uint32_t size = 0;
+  if (!hasSection(SectionKind::Dwarf)) {
+    size = dwarf_.openFile(path, observer_).value_or(0);
+    if (size > 0) table_.push_back({SectionKind::Dwarf, 0, size});
+  } else if (observer_ != nullptr) {
+    tellStoredDwarf(path);
+  }
+  if (observer_ != nullptr) observer_->onInputEnd({size, std::nullopt});
 }
 
 void ConsolidatedFile::dumpSection(SectionKind kind, const std::string& outPath) {
   if (!stream_) return;
-  const StdioFile out = openStdioFile(outPath, "w");
+  const StdioFile out = outputs_ ? outputs_->openDump(outPath) : openStdioFile(outPath, "w");
+  if (!out) return lose("dump-not-written", outPath + " cannot be opened for writing");
   const SectionEntry* entry = findSection(kind);
-  if (!out || entry == nullptr || !entry->seek(stream_.get())) return;
-  if (ByteReader(stream_.get()).remaining() < entry->size) return;
-  copyBytes(stream_.get(), out.get(), entry->size);
+  if (entry == nullptr) return lose("dump-empty", "the file has no such section");
+  if (!entry->seek(stream_.get()) || ByteReader(stream_.get()).remaining() < entry->size) {
+    return lose("dump-empty", "the section lies outside the file");
+  }
+  if (copyBytes(stream_.get(), out.get(), entry->size) < entry->size) {
+    lose("dump-short", "the section cannot be read to its end");
+  }
 }
 
 void ConsolidatedFile::addInput(InputFile& reader) {
@@ -154,15 +205,19 @@ void ConsolidatedFile::addInput(InputFile& reader) {
 }
 
 void ConsolidatedFile::addHierarchy(const std::string& path) {
-  addFile<HierarchyFile>(*this, path);
+  addFile<HierarchyFile, InputKind::Hierarchy>(*this, path);
 }
 
-void ConsolidatedFile::addKernelXml(const std::string& path) { addFile<KernelFile>(*this, path); }
+void ConsolidatedFile::addKernelXml(const std::string& path) {
+  addFile<KernelFile, InputKind::KernelXml>(*this, path);
+}
 
-void ConsolidatedFile::addHls(const std::string& path) { addFile<HLSFile>(*this, path); }
+void ConsolidatedFile::addHls(const std::string& path) {
+  addFile<HLSFile, InputKind::Hls>(*this, path);
+}
 
 void ConsolidatedFile::addAuxiliary(const std::string& path) {
-  addFile<AuxiliaryXMLFile>(*this, path);
+  addFile<AuxiliaryXMLFile, InputKind::Auxiliary>(*this, path);
 }
 
 // Odd, but to be kept: a file that cannot be opened merges the copies unchanged. It shows where two
@@ -170,11 +225,11 @@ void ConsolidatedFile::addAuxiliary(const std::string& path) {
 void ConsolidatedFile::addLogicLocations(const std::string& path) {
   LLFile reader(path.c_str());
   reader.setKernels(kernels_);
-  addInput(reader);
+  addObservedInput(*this, reader, InputKind::LogicLocations, path);
 }
 
 void ConsolidatedFile::addRamReport(const std::string& path) {
-  addFile<RAMFile>(*this, path, kernels_);
+  addFile<RAMFile, InputKind::RamReport>(*this, path, kernels_);
 }
 
 void ConsolidatedFile::ensureSections() {
@@ -203,7 +258,7 @@ void ConsolidatedFile::save() {
 
 void ConsolidatedFile::writeSection(SectionEntry& entry) {
   const auto position = static_cast<std::int32_t>(std::ftell(stream_.get()));
-  if (position < 0) return;
+  if (position < 0) return tellSaved(entry, false);
   entry.offset = static_cast<std::uint64_t>(position);
   switch (entry.kind) {
     case SectionKind::ProjectName:
@@ -221,6 +276,7 @@ void ConsolidatedFile::writeSection(SectionEntry& entry) {
     default:
       break;
   }
+  tellSaved(entry, true);
 }
 
 std::uint32_t ConsolidatedFile::writeProjectName() {
@@ -237,13 +293,14 @@ std::uint32_t ConsolidatedFile::writeKernelRecords() {
 }
 
 std::uint32_t ConsolidatedFile::writeJson() {
+  if (observer_ != nullptr) tellConditions();
   ByteWriter out(stream_.get());
   writeKernelsJson(kernels_, out);
   out.write(std::string_view("\0", 1));
   return out.flush() ? static_cast<std::uint32_t>(out.accepted()) : 0;
 }
 
-void ConsolidatedFile::close() { *this = ConsolidatedFile(); }
+void ConsolidatedFile::close() { forget(); }
 
 void ConsolidatedFile::printHeader() const {
   std::cout << "Magic number: " << std::hex << header_.magic << std::dec << std::endl
@@ -264,5 +321,54 @@ const SectionEntry* ConsolidatedFile::findSection(SectionKind kind) const {
 }
 
 bool ConsolidatedFile::hasSection(SectionKind kind) const { return findSection(kind) != nullptr; }
+
+void ConsolidatedFile::tellHeader(std::size_t size) const {
+  if (size > 0 && size < FileHeader::encodedSize) {
+    lose("damaged", "the file is shorter than its header: nothing of it is kept");
+  } else if (size > 0 && !header_.hasExpectedMagic()) {
+    lose("foreign-magic",
+         "the file is no consolidated file: nothing of it is kept, and its magic stays wrong");
+  }
+}
+
+void ConsolidatedFile::tellDamage(std::size_t entry) const {
+  lose("damaged", "section " + std::to_string(entry) + " of " + std::to_string(table_.size()) +
+                      ", counted from 0, cannot be read: it and what follows is lost, except " +
+                      std::to_string(kernels_.size()) + " kernels before the damage");
+}
+
+void ConsolidatedFile::tellStoredDwarf(const std::string& path) const {
+  const bool isSame = dwarf_.isSameAs(path);
+  observer_->onUnread(isSame ? "the file has this DWARF already" : "the file has DWARF already");
+  if (!isSame) {
+    lose("dwarf-differs", "the file keeps the DWARF that it has, and " + path + " is another one");
+  }
+}
+
+void ConsolidatedFile::tellConditions() const {
+  ConditionPreparer preparer;
+  for (std::size_t i = 0; i < kernels_.size(); ++i) {
+    const std::size_t stored = i < storedConditions_.size() ? storedConditions_[i] : 0;
+    const BreakableConditionList& list = kernels_[i].breakableConditions;
+    for (std::size_t j = 0; j < list.size(); ++j) {
+      PreparedCondition told{kernels_[i].name,  static_cast<std::uint32_t>(list[j].kind),
+                             list[j].line,      list[j].file,
+                             list[j].condition, std::nullopt,
+                             j < stored};
+      if (!isTriviallyTrue(told.before)) told.after = preparer.prepare(told.before);
+      observer_->onCondition(told);
+    }
+  }
+}
+
+void ConsolidatedFile::tellSaved(const SectionEntry& entry, bool isWritten) const {
+  if (observer_ == nullptr) return;
+  observer_->onSavedSection(static_cast<std::uint32_t>(entry.kind), entry.offset, entry.size,
+                            isWritten);
+}
+
+void ConsolidatedFile::lose(std::string_view code, const std::string& message) const {
+  if (observer_ != nullptr) observer_->onLoss(code, message);
+}
 
 }  // namespace consolidator

@@ -5,13 +5,16 @@
 #include "consolidated/SectionEntry.h"
 #include "consolidated/StdioFile.h"
 #include "model/KernelRecord.h"
+#include "observer/RunObserver.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace consolidator {
 
 class InputFile;
+class OutputFiles;
 
 /// A consolidated file in memory and the operations of one run on it. An existing file is read as
 /// a whole and then truncated; save() writes all of it again. A run that stops in between leaves an
@@ -25,6 +28,16 @@ class InputFile;
 /// be written is missing from the file.
 class ConsolidatedFile {
  public:
+  ConsolidatedFile() = default;
+
+  /// The observer is told what the operations leave out, and all files that are written are opened
+  /// by `outputs`. Both must outlive the object.
+  ConsolidatedFile(RunObserver& observer, OutputFiles& outputs)
+      : observer_(&observer), outputs_(&outputs) {}
+
+  /// Null if there is none.
+  RunObserver* observer() const { return observer_; }
+
   /// Forgets everything, reads the file at `path` unless `create` is set, and opens it: for reading
   /// if `forDump` is set, else for writing, which truncates it. See isOpen(). For a dump, only what
   /// gives header, table and project name is read. A pipe, which cannot be read or written in any
@@ -100,6 +113,7 @@ class ConsolidatedFile {
   void printHeader() const;
 
  private:
+  void forget();
   void readForDump(const std::string& path);
   bool readHeader(std::FILE* in);
   bool readTable(std::FILE* in);
@@ -108,13 +122,22 @@ class ConsolidatedFile {
   std::uint32_t writeProjectName();
   std::uint32_t writeKernelRecords();
   std::uint32_t writeJson();
+  void tellHeader(std::size_t size) const;
+  void tellDamage(std::size_t entry) const;
+  void tellStoredDwarf(const std::string& path) const;
+  void tellConditions() const;
+  void tellSaved(const SectionEntry& entry, bool isWritten) const;
+  void lose(std::string_view code, const std::string& message) const;
 
+  RunObserver* observer_ = nullptr;
+  OutputFiles* outputs_ = nullptr;
   StdioFile stream_;
   FileHeader header_;
   std::vector<SectionEntry> table_;
   std::string projectName_;
   DwarfSource dwarf_;
   KernelList kernels_;
+  std::vector<std::size_t> storedConditions_;  // of an observed file: for each kernel that was read
 };
 
 }  // namespace consolidator

@@ -11,6 +11,7 @@
 
 namespace consolidator {
 
+class RunObserver;
 struct SectionEntry;
 
 /// The DWARF that a consolidated file is saved with: the bytes of a section that it had when it was
@@ -25,7 +26,11 @@ class DwarfSource {
   /// a file that cannot be read, is empty, or has 2 GiB or more. The file is held open and copied
   /// by write(), since it may be large: holding its bytes in memory would double the time that it
   /// takes.
-  std::optional<std::uint32_t> openFile(const std::string& path);
+  /// An observer, if there is one, is told the reason.
+  std::optional<std::uint32_t> openFile(const std::string& path, RunObserver* observer = nullptr);
+
+  /// Whether the section that is held has the bytes of the file at `path`.
+  bool isSameAs(const std::string& path) const;
 
   /// Writes a section of `size` bytes and returns its size. Bytes from memory are cut to that size,
   /// since a foreign file may have several sections, of other sizes. The result is `size` however

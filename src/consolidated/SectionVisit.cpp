@@ -10,7 +10,9 @@ namespace consolidator {
 bool SectionVisit::visit(std::span<SectionEntry> entries) {
   return std::all_of(entries.begin(), entries.end(), [this](SectionEntry& entry) {
     entry.size = std::min(entry.size, SectionEntry::largestSize);
-    return visitSection(entry);
+    if (!visitSection(entry)) return false;
+    ++visited_;
+    return true;
   });
 }
 

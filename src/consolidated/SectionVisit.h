@@ -2,6 +2,7 @@
 
 #include "consolidated/SectionEntry.h"
 
+#include <cstddef>
 #include <cstdio>
 #include <functional>
 #include <optional>
@@ -34,6 +35,9 @@ class SectionVisit {
   /// there was none.
   std::optional<std::string> readProjectName() const;
 
+  /// How many sections could be read.
+  std::size_t visited() const { return visited_; }
+
   /// The last one of the DWARF sections that were visited; nothing when there was none, or it ended
   /// early.
   const std::optional<SectionEntry>& dwarf() const { return dwarf_; }
@@ -43,6 +47,7 @@ class SectionVisit {
 
   std::FILE* in_;
   RecordsVisitor visitRecords_;
+  std::size_t visited_ = 0;
   std::optional<SectionEntry> projectName_;
   std::optional<SectionEntry> dwarf_;
 };

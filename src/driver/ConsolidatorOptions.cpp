@@ -34,8 +34,7 @@ void takeIfGiven(const po::variables_map& given, const char* name, Value& value)
 
 }  // namespace
 
-ConsolidatorOptions::ConsolidatorOptions(int argc, const char* const* argv)
-    : options_description("Consolidator options") {
+ConsolidatorOptions::ConsolidatorOptions() : options_description("Consolidator options") {
   const auto text = [] { return po::value<std::string>(); };
   const auto texts = [] { return po::value<Texts>(); };
   add_options()  //
@@ -53,23 +52,33 @@ ConsolidatorOptions::ConsolidatorOptions(int argc, const char* const* argv)
           "consolidated_file,f", text(), "Specify the consolidated file to add to or create")(
           "project,p", text(), "Specify the name of the project")("version,v",
                                                                   "Output version information");
+}
+
+ConsolidatorOptions::ConsolidatorOptions(int argc, const char* const* argv)
+    : ConsolidatorOptions() {
   parseCommandLine(argc, argv);
 }
 
 void ConsolidatorOptions::parseCommandLine(int argc, const char* const* argv) {
+  const std::optional<std::string> error = tryParse(argc, argv);
+  if (!error) return;
+  std::cout << *error << std::endl;
+  std::exit(EXIT_SUCCESS);
+}
+
+std::optional<std::string> ConsolidatorOptions::tryParse(int argc, const char* const* argv) {
   fields_ = Fields();
   if (argc > 0) fields_.programName = argv[0];
   try {
     takeValues(parse(*this, argc, argv));
-    return;
+    return std::nullopt;
   } catch (const po::multiple_occurrences& error) {
-    std::cout << "Unsupported multiple occurrences of : " << error.get_option_name() << std::endl;
+    return "Unsupported multiple occurrences of : " + error.get_option_name();
   } catch (po::error_with_option_name& error) {
-    std::cout << "Unknown option: " << optionErrorText(error) << std::endl;
+    return "Unknown option: " + optionErrorText(error);
   } catch (const po::error& error) {
-    std::cout << "Unknown option: " << error.what() << std::endl;
+    return std::string("Unknown option: ") + error.what();
   }
-  std::exit(EXIT_SUCCESS);
 }
 
 void ConsolidatorOptions::takeValues(const po::variables_map& given) {

@@ -2,6 +2,7 @@
 
 #include <boost/program_options/options_description.hpp>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,18 @@ class ConsolidatorOptions : public boost::program_options::options_description {
  public:
   using Texts = std::vector<std::string>;
 
+  /// Describes the options; none is given.
+  ConsolidatorOptions();
+
   /// Describes the options and parses the command line.
   ConsolidatorOptions(int argc, const char* const* argv);
 
   /// Fills all fields anew. An error on the command line is printed on standard output and ends the
   /// process with status 0: build flows rely on both.
   void parseCommandLine(int argc, const char* const* argv);
+
+  /// The same, except that the error is returned instead of printed, and nothing is ended.
+  std::optional<std::string> tryParse(int argc, const char* const* argv);
 
   /// Whether the run may go on; prints the reason on standard output when it may not.
   bool validate() const;

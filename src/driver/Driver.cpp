@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <string_view>
 
 namespace consolidator {
 
@@ -18,6 +19,20 @@ void printVersion() {
             << "Supported hierarchy version: " << HierarchyFile::supportedVersion << std::endl;
 }
 
+// A file that was opened for writing is empty by then.
+void tellEmptied(const ConsolidatedFile& file, const ConsolidatorOptions& options,
+                 std::string_view code, const std::string& reason) {
+  if (file.observer() == nullptr || options.dumpRequested()) return;
+  file.observer()->onLoss(code, "the file " + reason + " and is emptied");
+}
+
+// Only one section is dumped.
+void tellSecondDump(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
+  if (file.observer() == nullptr || options.dumpJsonPath().empty()) return;
+  file.observer()->onLoss("dump-not-written",
+                          options.dumpJsonPath() + " is not written, since DWARF is dumped");
+}
+
 bool belongsToProject(const ConsolidatedFile& file, const ConsolidatorOptions& options) {
   const std::string& stored = file.projectName();
   const std::string& named = options.project();
@@ -25,6 +40,7 @@ bool belongsToProject(const ConsolidatedFile& file, const ConsolidatorOptions& o
   std::cerr << "Error: consolidated file " << options.consolidatedFilePath()
             << " has meta-data for project " << stored << ", not specified project " << named
             << std::endl;
+  tellEmptied(file, options, "project-differs", "belongs to another project");
   return false;
 }
 
@@ -35,6 +51,7 @@ bool hasSupportedVersion(const ConsolidatedFile& file, const ConsolidatorOptions
             << header.majorVersion << "." << header.minorVersion << " and only versions up to "
             << FileHeader::supportedMajorVersion << "." << FileHeader::supportedMinorVersion
             << " are supported." << std::endl;
+  tellEmptied(file, options, "version-unsupported", "has a newer version");
   return false;
 }
 
@@ -61,6 +78,7 @@ int consolidate(ConsolidatedFile& file, const ConsolidatorOptions& options) {
 
   if (!options.dumpDwarfPath().empty()) {
     file.dumpDwarf(options.dumpDwarfPath());
+    tellSecondDump(file, options);
   } else if (!options.dumpJsonPath().empty()) {
     file.dumpJson(options.dumpJsonPath());
   } else {
@@ -73,7 +91,10 @@ int consolidate(ConsolidatedFile& file, const ConsolidatorOptions& options) {
 }  // namespace
 
 int runConsolidation(int argc, const char* const* argv, ConsolidatedFile& file) {
-  const ConsolidatorOptions options(argc, argv);
+  return runConsolidation(ConsolidatorOptions(argc, argv), file);
+}
+
+int runConsolidation(const ConsolidatorOptions& options, ConsolidatedFile& file) {
   if (!options.validate() || options.help()) {
     options.printUsage();
     return EXIT_SUCCESS;

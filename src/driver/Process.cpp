@@ -27,6 +27,8 @@ void prepareForOutOfMemory() {
   std::set_terminate(endOutOfMemory);
 }
 
+}  // namespace
+
 // The heap grows by a large reserve at once, which takes no memory before it is used, so that huge
 // pages can be asked for. Without them, saving a large file again takes 1.26 times the CPU time,
 // and reading a large hierarchy 1.35 times; the reserve alone changes neither. The start of the
@@ -54,8 +56,6 @@ void prepareHeap() {
   mallopt(M_MMAP_MAX, usualMmapMax);
   mallopt(M_TOP_PAD, usualTopPad);
 }
-
-}  // namespace
 
 void prepareProcess() {
   prepareForOutOfMemory();

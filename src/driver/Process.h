@@ -9,6 +9,10 @@ namespace consolidator {
 /// - what prepareStandardStreams() gives.
 void prepareProcess();
 
+/// Lets the heap grow by huge pages, unless the memory for that cannot be reserved: a run that
+/// holds much takes less time. To be called once, before anything large is held.
+void prepareHeap();
+
 /// Prepares this process for standard streams, files and pipes that are closed, full or read by
 /// nobody. To be called before any file is opened. Afterwards
 /// - no file gets the number of a standard stream that was closed at the start, and with it the

@@ -90,4 +90,10 @@ class ChangeSink {
   virtual void take(const Change& change) = 0;
 };
 
+/// Takes no notice of changes.
+class NoChanges : public ChangeSink {
+ public:
+  void take(const Change& /*change*/) override {}
+};
+
 }  // namespace consolidator::inspect

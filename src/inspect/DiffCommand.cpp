@@ -12,11 +12,6 @@ namespace consolidator::inspect {
 
 namespace {
 
-class NoChanges : public ChangeSink {
- public:
-  void take(const Change& /*change*/) override {}
-};
-
 void sayIncomplete(Console& console, const ConsolidatedInput& input, const ComparedFile& found) {
   if (found.whyIncomplete.empty() || input.wasCut()) return;
   console.messages.say(

@@ -3,10 +3,12 @@
 #include "inspect/Command.h"
 #include "inspect/CoverageCommand.h"
 #include "inspect/DiffCommand.h"
+#include "inspect/ExplainCommand.h"
 #include "inspect/ExtractCommand.h"
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
+#include "inspect/RunCommand.h"
 #include "inspect/ShowCommand.h"
 #include "inspect/SqlCommand.h"
 #include "inspect/VerifyCommand.h"
@@ -47,6 +49,8 @@ constexpr std::array commands = {
     CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
     CommandEntry{"coverage", "tell what of a file can be debugged", make<CoverageCommand>},
+    CommandEntry{"explain", "say what a run of consolidator would do", make<ExplainCommand>},
+    CommandEntry{"run", "run consolidator so that nothing is lost", make<RunCommand>},
     CommandEntry{"sql", "write what is in files as an SQLite database", make<SqlCommand>},
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inspect/FileBeside.h"
 #include "inspect/OutputSink.h"
 
 #include <sys/stat.h>
@@ -38,14 +39,13 @@ class OutputFile {
 
  private:
   void open(const std::string& path);
-  void openBeside(const std::string& path, const struct stat* old);
+  void openBeside(const std::string& place, const struct stat* old);
   void keepPermissions(const struct stat& old);
   void note(bool isDone);
 
-  int descriptor_ = -1;
+  int descriptor_ = -1;  // of a file that is written at once
   int error_ = 0;
-  std::string place_;   // empty where the file is written at once
-  std::string beside_;  // until it takes the place
+  std::optional<FileBeside> beside_;
   std::optional<OutputSink> sink_;
 };
 

@@ -22,6 +22,12 @@ struct Requirements {
   std::optional<std::string> project;  ///< its name
 };
 
+/// How much of a file is looked at.
+enum class VerificationDepth {
+  Everything,
+  Structure,  ///< table, sections and where the records end: no texts, and nothing is rendered
+};
+
 /// One look at all that is in a file. Takes a time that is linear in the size of the file, whatever
 /// its table says: kernel records that lie on others, the JSON texts that do and the like are
 /// looked at once. Memory grows with the table, with the number of kernels by 16 bytes each, and
@@ -29,12 +35,16 @@ struct Requirements {
 class Verification {
  public:
   /// Both must outlive this object.
-  Verification(const consolidated::File& file, FindingSink& findings);
+  Verification(const consolidated::File& file, FindingSink& findings,
+               VerificationDepth depth = VerificationDepth::Everything);
 
   void run(const Requirements& requirements);
 
  private:
   void startComparison();
+
+  bool looksAtTexts() const { return depth_ == VerificationDepth::Everything; }
+
   void checkContents();
   void checkProject(const consolidated::Section& section);
   void checkDwarf(const consolidated::Section& section);
@@ -47,6 +57,7 @@ class Verification {
 
   const consolidated::File* file_;
   FindingSink* findings_;
+  VerificationDepth depth_;
   SectionOrder order_;
   TableChecks table_;
   KernelChecks kernels_;

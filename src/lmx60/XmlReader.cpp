@@ -3,6 +3,7 @@
 #include "lmx60/FileSource.h"
 #include "lmx60/KnownElementsSelector.h"
 #include "lmx60/LmxException.h"
+#include "lmx60/ReadingObserver.h"
 
 #include <expat.h>
 
@@ -11,6 +12,12 @@
 #include <utility>
 
 namespace lmx {
+
+namespace {
+
+constexpr std::string_view namespace_declaration = "xmlns";
+
+}  // namespace
 
 // What the parser calls. It is written in C, so nothing may be thrown through it: a failure is kept
 // and the parser is stopped.
@@ -99,7 +106,12 @@ c_xml_reader::c_xml_reader(std::unique_ptr<c_byte_source> source, error_code& re
 c_xml_reader::c_xml_reader(const char* file_name, error_code& result)
     : c_xml_reader(std::make_unique<c_file_source>(file_name), result) {}
 
-c_xml_reader::~c_xml_reader() = default;
+c_xml_reader::~c_xml_reader() {
+  if (observer_ == nullptr) return;
+  XML_ParserStruct* const parser = parser_.get();
+  observer_->on_end({bytes_read_, XML_GetCurrentLineNumber(parser),
+                     XML_GetCurrentColumnNumber(parser) + std::uint64_t{1}});
+}
 
 bool c_xml_reader::tokenise() {
   while (suspended_ || !at_end_) {
@@ -152,10 +164,9 @@ void c_xml_reader::add_namespace_mapping(std::string_view prefix, std::string_vi
 }
 
 void c_xml_reader::add_namespace_mappings(const c_attributes& attributes) {
-  static constexpr std::string_view declaration = "xmlns";
   attributes.for_each([this](std::string_view name, std::string_view value) {
-    if (!name.starts_with(declaration)) return;
-    name.remove_prefix(declaration.size());
+    if (!name.starts_with(namespace_declaration)) return;
+    name.remove_prefix(namespace_declaration.size());
     if (name.empty()) add_namespace_mapping({}, value);
     if (name.size() > 1 && name.front() == ':') add_namespace_mapping(name.substr(1), value);
   });
@@ -204,6 +215,8 @@ void c_xml_reader::start_element(const char* name, const char* const* names_and_
     suspend();
   } else if (event == element_event::unknown && depth_ == 1) {
     capture_error(error_code::unexpected_root, name);
+  } else if (event == element_event::unknown && observer_ != nullptr) {
+    observer_->on_unknown_element(XML_GetCurrentLineNumber(parser_.get()));
   }
 }
 
@@ -213,5 +226,10 @@ void c_xml_reader::end_element() {
 }
 
 void c_xml_reader::suspend() { XML_StopParser(parser_.get(), XML_TRUE); }
+
+void c_xml_reader::tell_unknown_attribute(std::string_view name) const {
+  if (name == namespace_declaration || name.starts_with("xmlns:")) return;
+  observer_->on_unknown_attribute(XML_GetCurrentLineNumber(parser_.get()));
+}
 
 }  // namespace lmx

@@ -17,6 +17,7 @@ namespace lmx {
 
 class c_attributes;
 class c_known_elements_selector;
+class c_reading_observer;
 
 /// Steps through an XML document of any size: the parser runs over the input block by block and
 /// is suspended wherever the caller has to act, so memory is needed only for one block and for the
@@ -48,6 +49,14 @@ class c_xml_reader {
   c_xml_reader(const c_xml_reader&) = delete;
   c_xml_reader& operator=(const c_xml_reader&) = delete;
   ~c_xml_reader();
+
+  /// Tells the observer, which must outlive the reader, what is left out.
+  void observe(c_reading_observer& observer) { observer_ = &observer; }
+
+  /// The element that has just started does not know one of its attributes.
+  void skip_attribute(std::string_view name) const {
+    if (observer_ != nullptr) tell_unknown_attribute(name);
+  }
 
   /// Runs the parser up to the next place where somebody has to act: a child element that was
   /// entered, or the end of the element that is being read. Returns false at the document's end.
@@ -99,6 +108,7 @@ class c_xml_reader {
   void start_element(const char* name, const char* const* names_and_values);
   void end_element();
   void suspend();
+  void tell_unknown_attribute(std::string_view name) const;
 
   std::unique_ptr<c_byte_source> source_;
   error_code& result_;
@@ -113,6 +123,7 @@ class c_xml_reader {
   bool entered_child_ = false;
   bool suspended_ = false;
   bool at_end_;  // of the input
+  c_reading_observer* observer_ = nullptr;
 };
 
 }  // namespace lmx

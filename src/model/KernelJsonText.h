@@ -45,6 +45,9 @@ class KernelJsonText {
   template <typename Variables>
   static std::string_view instanceSuffix(const Variables& arguments);
 
+  /// The name of a type in quotes, as the document has it.
+  static std::string_view typeText(KernelType type);
+
  private:
   // Calls `writeItem(item, position)` for every item, with ", " between them.
   template <typename List, typename WriteItem>
@@ -56,7 +59,6 @@ class KernelJsonText {
     }
   }
 
-  static std::string_view typeText(KernelType type);
   static char* putNumber(char* to, std::uint32_t number);
 
   template <char open, char close, typename Locations>

@@ -1,5 +1,8 @@
 #include "model/KernelMerge.h"
 
+#include "model/MergeReport.h"
+
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,27 +42,32 @@ void mergeInto(KernelRecord& known, KernelRecord&& incoming) {
 
 }  // namespace
 
-void mergeKernel(KernelList& kernels, KernelRecord incoming) {
+void mergeKernel(KernelList& kernels, KernelRecord incoming, RunObserver* observer) {
   if (KernelRecord* known = kernels.find(incoming.name)) {
+    std::optional<MergeReport> report;
+    if (observer != nullptr) report.emplace(*observer, *known, incoming);
     mergeInto(*known, std::move(incoming));
+    if (report) report->tellGiven(*known);
   } else {
+    if (observer != nullptr) tellNewKernel(*observer, incoming);
     kernels.append(std::move(incoming));
   }
 }
 
-void mergeKernels(KernelList& kernels, KernelSequence&& incoming) {
+void mergeKernels(KernelList& kernels, KernelSequence&& incoming, RunObserver* observer) {
   if (kernels.empty()) {
     // The usual first input of a new file, and often a large one: taken as a whole.
     KernelList taken(std::move(incoming));
     if (taken.hasDistinctKeys()) {
       kernels = std::move(taken);
+      if (observer != nullptr) tellNewKernels(*observer, kernels);
       return;
     }
     incoming = taken.takeItems();
   }
   // Each record is freed before the next one is merged.
   for (; !incoming.empty(); incoming.pop_front()) {
-    mergeKernel(kernels, std::move(incoming.front()));
+    mergeKernel(kernels, std::move(incoming.front()), observer);
   }
 }
 

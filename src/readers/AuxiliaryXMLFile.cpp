@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <iostream>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -97,17 +98,73 @@ bool readElement(std::string_view line, KernelRecord& kernel) {
   return true;
 }
 
+bool isQuoted(std::string_view attribute, std::string_view word) {
+  const std::string_view value = word.substr(attribute.size());
+  return value.size() > 1 && value.front() == '"' && value.back() == '"';
+}
+
+// Calls `say` with what is odd in the attributes of an argument.
+template <typename Say>
+void observeArgument(std::string_view attributes, KernelRecord& kernel, Say say) {
+  int names = 0;
+  int types = 0;
+  std::string_view sourceName;
+  forEachAttribute<originalName>(attributes, [&](std::string_view word) {
+    if (++names > 1) say("an attribute that a later one of the line replaces");
+    if (!isQuoted(originalName, word)) say("the ends of a value that is not in quotes");
+    sourceName = quotedValueAfter(originalName, word);
+    return true;
+  });
+  forEachAttribute<busTypeRef>(attributes, [&](std::string_view) {
+    if (++types > 1) say("an attribute that a later one of the line replaces");
+    return true;
+  });
+  if (names == 0) say("the name of an argument, which the line does not give");
+  const std::string name = restoreReservedWordName(sourceName);
+  if (kernel.arguments.contains(name)) say("an argument that the file has already");
+}
+
+// Whether an element that would count starts after the line's first character.
+bool hasElementInside(std::string_view line) {
+  const std::string_view rest = line.substr(std::min<std::size_t>(line.size(), 1));
+  return rest.find("<ak:arg ") != std::string_view::npos ||
+         rest.find("<ak:acceleratorMap ") != std::string_view::npos;
+}
+
 }  // namespace
+
+// To be called before the line is read into the kernel.
+void AuxiliaryXMLFile::observeLine(std::string_view line, KernelRecord& kernel) {
+  observeEnd(line);
+  const auto say = [&](std::string_view reason) { ignore(reason, line); };
+  FieldReader fields(line);
+  const std::string_view element = fields.readWord();
+  if (element == "<ak:arg") observeArgument(fields.rest(), kernel, say);
+  const std::size_t start = std::min(line.find(element), line.size());
+  if (hasElementInside(line.substr(start))) say("an element that does not begin its line");
+  if (element != "<ak:acceleratorMap") return;
+  bool hasName = false;
+  forEachAttribute<functionName>(fields.rest(), [&](std::string_view word) {
+    hasName = true;
+    if (!isQuoted(functionName, word)) say("the ends of a value that is not in quotes");
+    return false;
+  });
+  if (!hasName) say(R"(an "ak:acceleratorMap" without "ak:functionName")");
+  if (hasName && !kernel.name.empty()) say("the name of the kernel, which a later line replaces");
+}
 
 bool AuxiliaryXMLFile::parse() {
   if (!isValid()) return false;
   KernelRecord kernel;
   while (const std::optional<BoundedLine> line = buffer_.readLine(lineBound)) {
+    if (observer_ != nullptr) observeLine(line->text, kernel);
     if (line->overBound || !readElement(line->text, kernel)) {
       std::cerr << "Malformed auxiliary file: " << fileName_ << std::endl;
-      return false;
+      return refuse(line->overBound ? "a line over 1023 bytes" : "an attribute without a value",
+                    line->text);
     }
   }
+  if (kernel.name.empty()) ignore("the name of the kernel, which no line gives");
   kernels_.push_back(std::move(kernel));
   return true;
 }

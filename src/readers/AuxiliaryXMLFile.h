@@ -3,6 +3,7 @@
 #include "readers/InputFile.h"
 
 #include <cstddef>
+#include <string_view>
 
 namespace consolidator {
 
@@ -25,6 +26,9 @@ class AuxiliaryXMLFile : public InputFile {
   /// returns false for an attribute word that ends where its value should start, and for a line
   /// over the bound.
   bool parse() override;
+
+ private:
+  void observeLine(std::string_view line, KernelRecord& kernel);
 };
 
 }  // namespace consolidator

@@ -61,12 +61,16 @@ class HLSFile : public InputFile {
   void finishFunction();
   bool readBlock(std::string_view localName);
   std::optional<std::string_view> readBlockLine();
+  void observeIgnorable(std::string_view line);
+  void observeDropped(std::string_view reason);
+  void observeBlockEnd(std::string_view line, std::string_view first, std::string_view second);
 
   std::vector<std::string> functionScopes_;            // begun and not yet ended
   bool hasFunction_ = false;                           // whether there was an RTL line
   HlsFunctionRecord function_;                         // of the last RTL line
   KeyedList<std::uint32_t, LineNumberKey> usedLines_;  // the first ones of earlier functions
   KernelRecord kernel_;
+  std::uint64_t functionStart_ = 0;  // the number of its RTL line, where that is observed
 };
 
 }  // namespace consolidator

@@ -15,6 +15,10 @@ KernelType kernelType(std::string_view word) {
   return KernelType::Unknown;
 }
 
+bool hasContent(const KernelRecord& kernel) {
+  return !kernel.instancePaths.empty() || kernel.type != KernelType::Unknown;
+}
+
 }  // namespace
 
 bool HierarchyFile::parse() {
@@ -22,6 +26,7 @@ bool HierarchyFile::parse() {
   kernels_.emplace_back();
   anyKernel_ = false;
   const bool accepted = readWords();
+  if (accepted && !anyKernel_ && hasContent(kernels_.back())) ignore("content of no kernel");
   if (!accepted || !anyKernel_) kernels_.pop_back();
   return accepted;
 }
@@ -39,7 +44,9 @@ bool HierarchyFile::readWords() {
     } else if (word == "instance") {
       if (!readInstancePath()) return false;
     } else if (word == "type:") {
-      kernels_.back().type = kernelType(buffer_.readWord());
+      const std::string_view type = buffer_.readWord();
+      if (observer_ != nullptr) observeType(type);
+      kernels_.back().type = kernelType(type);
     } else {
       startKernel(word);
     }
@@ -50,28 +57,59 @@ bool HierarchyFile::readWords() {
 // A number that cannot be extracted leaves the stream failed, which ends the reading.
 bool HierarchyFile::readVersion() {
   stream_ >> version_;
+  if (!stream_) ignore("all that follows a \"version:\" without a number");
   if (!(version_ > supportedVersion)) return true;
   std::cerr << "Unsupported hierarchy file: " << fileName_ << std::endl
             << "Version: " << version_ << std::endl
             << "Supported Version: " << supportedVersion << std::endl;
-  return false;
+  return refuse("a version above 1");
 }
 
 bool HierarchyFile::readInstancePath() {
   if (buffer_.readWord() != "path:") {
     std::cerr << "Parse error" << std::endl;
-    return false;
+    return refuse(R"(an "instance" without "path:")");
   }
-  kernels_.back().addInstancePath(buffer_.readWord());
+  const std::string_view path = buffer_.readWord();
+  if (observer_ != nullptr) observePath(path);
+  kernels_.back().addInstancePath(path);
   return true;
 }
 
 // Odd, but to be kept: a kernel without a name is not stored when the next one starts; what it
 // holds goes over to the next one.
 void HierarchyFile::startKernel(std::string_view header) {
+  if (observer_ != nullptr) observeHeader(header);
   if (!kernels_.back().name.empty()) kernels_.emplace_back();
   kernels_.back().name = header.substr(0, header.size() - 1);
   anyKernel_ = true;
+}
+
+void HierarchyFile::observePath(std::string_view path) {
+  if (path.empty()) ignore("an instance path that the end of the file cuts off");
+  if (kernels_.back().instancePaths.contains(path)) {
+    ignore("an instance path that the kernel has already", path);
+  }
+}
+
+void HierarchyFile::observeType(std::string_view word) {
+  if (kernels_.back().type != KernelType::Unknown) {
+    ignore("a type that a later one replaces", word);
+  }
+  if (kernelType(word) == KernelType::Unknown) ignore("a type that is not known", word);
+}
+
+void HierarchyFile::observeHeader(std::string_view header) {
+  if (header.back() != ':') {
+    ignore("the last character of a kernel's name, which is no \":\"", header);
+  }
+  if (header.size() == 1) ignore("a kernel without a name", header);
+  if (anyKernel_ && kernels_.back().name.empty()) {
+    ignore("a kernel without a name, whose content goes to the next one", header);
+  }
+  if (!anyKernel_ && hasContent(kernels_.back())) {
+    ignore("the place before the first kernel, whose content goes to that one", header);
+  }
 }
 
 }  // namespace consolidator

@@ -34,6 +34,9 @@ class HierarchyFile : public InputFile {
   bool readVersion();
   bool readInstancePath();
   void startKernel(std::string_view header);
+  void observeType(std::string_view word);
+  void observePath(std::string_view path);
+  void observeHeader(std::string_view header);
 
   bool anyKernel_ = false;  // whether parse() started a kernel
 };

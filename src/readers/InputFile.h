@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/KernelRecord.h"
+#include "observer/RunObserver.h"
 #include "text/InputBuffer.h"
 
 #include <istream>
@@ -38,15 +39,39 @@ class InputFile {
   /// without any.
   virtual void mergeInto(KernelList& known);
 
+  /// Tells the observer, which must outlive the reader, what is left out from now on; also that the
+  /// file could not be opened. To be called before parse().
+  void observe(RunObserver& observer);
+
+  /// How far the input was read. Only of an observed reader.
+  virtual InputExtent extent() { return buffer_.extent(); }
+
   /// The version number that the input states; -1 when it states none.
   float version() const { return version_; }
 
  protected:
+  // Tell the observer, if there is one, that what begins with these bytes, which were just read, is
+  // left out; without any, what is next.
+  void ignore(std::string_view reason, std::string_view bytes = {}) {
+    if (observer_ != nullptr) tellIgnored(reason, bytes);
+  }
+
+  bool refuse(std::string_view reason, std::string_view bytes = {});
+
+  std::uint64_t lineOf(std::string_view bytes);
+
+  // Tells the observer if a line has more than its text.
+  void observeEnd(std::string_view line);
+
   float version_ = -1.0F;
   const char* fileName_;
   InputBuffer buffer_;
   std::istream stream_{&buffer_};
   KernelSequence kernels_;
+  RunObserver* observer_ = nullptr;
+
+ private:
+  void tellIgnored(std::string_view reason, std::string_view bytes);
 };
 
 }  // namespace consolidator

@@ -1,11 +1,15 @@
 #include "readers/KernelFile.h"
 
+#include "lmx60/FileSource.h"
 #include "lmx60/LmxException.h"
+#include "lmx60/MemorySource.h"
+#include "lmx60/ReadingObserver.h"
 #include "model/KernelMerge.h"
 #include "readers/HdlReservedWords.h"
 #include "schema/DevpackXmlReaderWriterLMX.h"
 
 #include <cstddef>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -14,6 +18,29 @@
 namespace consolidator {
 
 namespace {
+
+// Hands on what is left out of a document.
+class DocumentObserver final : public lmx::c_reading_observer {
+ public:
+  using UseEnd = std::function<void(const lmx::c_position& end)>;
+
+  DocumentObserver(RunObserver& observer, UseEnd useEnd)
+      : observer_(observer), useEnd_(std::move(useEnd)) {}
+
+  void on_unknown_element(std::uint64_t line) override {
+    observer_.onIgnored("an element that is not known in its place", line);
+  }
+
+  void on_unknown_attribute(std::uint64_t line) override {
+    observer_.onIgnored("an attribute that is not known in its element", line);
+  }
+
+  void on_end(const lmx::c_position& position) override { useEnd_(position); }
+
+ private:
+  RunObserver& observer_;
+  UseEnd useEnd_;
+};
 
 // Calls `use` with every kernel of the project in document order.
 template <typename Use>
@@ -54,13 +81,31 @@ KernelFile::~KernelFile() = default;
 
 bool KernelFile::parse() {
   try {
-    lmx::error_code errorCode{};
-    project_ = std::make_unique<const Devpack::Project>(fileName_, errorCode);
-  } catch (const lmx::c_lmx_exception&) {
+    readDocument();
+  } catch (const lmx::c_lmx_exception& error) {
     std::cerr << "Could not parse kernel file" << std::endl;
+    if (observer_ != nullptr) observer_->onRefused(error.what(), {error.line(), faultColumn_});
     return false;
   }
   return true;
+}
+
+void KernelFile::readDocument() {
+  lmx::error_code errorCode{};
+  if (observer_ == nullptr) {
+    project_ = std::make_unique<const Devpack::Project>(fileName_, errorCode);
+    return;
+  }
+  DocumentObserver document(*observer_, [this](const lmx::c_position& end) {
+    extent_ = {end.bytes, end.column > 1 ? end.line : end.line - 1};
+    faultColumn_ = end.column;
+  });
+  project_ = std::make_unique<const Devpack::Project>(openSource(), errorCode, &document);
+}
+
+std::unique_ptr<lmx::c_byte_source> KernelFile::openSource() const {
+  if (observer_->isEmptied(fileName_)) return std::make_unique<lmx::c_memory_source>("");
+  return std::make_unique<lmx::c_file_source>(fileName_);
 }
 
 const KernelSequence& KernelFile::kernels() {
@@ -77,10 +122,11 @@ void KernelFile::mergeInto(KernelList& known) {
   forEachRecord([&](KernelRecord& record, bool isLast) {
     const std::size_t count = record.arguments.size();
     if (MergedKernel* const before = merged.find(record.name)) {
-      mergeKernel(known, argumentsFrom(record, std::exchange(before->argumentCount, count)));
+      mergeKernel(known, argumentsFrom(record, std::exchange(before->argumentCount, count)),
+                  observer_);
     } else {
       merged.append({record.name, count});
-      mergeKernel(known, isLast ? std::move(record) : record);
+      mergeKernel(known, isLast ? std::move(record) : record, observer_);
     }
   });
 }
@@ -101,13 +147,25 @@ void KernelFile::forEachRecord(Use use) const {
   });
 }
 
-void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) {
+void KernelFile::setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const {
   record.name = kernel.get<"name">();
+  if (observer_ != nullptr && record.name.empty()) {
+    observer_->onIgnored("a kernel without a name", 0);
+  }
   if (record.arguments.empty()) record.arguments.reserve(kernel.field<"arg">().count());
   kernel.field<"arg">().forEach([&](const Devpack::Arg& argument) {
     const std::string_view hardwareName = argument.get<"name">();
-    record.addArgument(restoreReservedWordName(hardwareName), hardwareName, argument.get<"type">());
+    const std::string name = restoreReservedWordName(hardwareName);
+    if (observer_ != nullptr) observeArgument(record, {name, hardwareName, argument.get<"type">()});
+    record.addArgument(name, hardwareName, argument.get<"type">());
   });
+}
+
+void KernelFile::observeArgument(KernelRecord& record, const VariableRecord& argument) const {
+  const VariableRecord* const known = record.arguments.find(argument.name);
+  if (known == nullptr || *known == argument) return;
+  observer_->onDropped(record.name, Item::Argument, argument.name, 1,
+                       "the document has an argument of that name already");
 }
 
 }  // namespace consolidator

@@ -2,6 +2,7 @@
 
 #include "readers/InputFile.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -9,6 +10,10 @@ namespace Devpack {
 struct Kernel;
 struct Project;
 }  // namespace Devpack
+
+namespace lmx {
+class c_byte_source;
+}
 
 namespace consolidator {
 
@@ -44,12 +49,19 @@ class KernelFile : public InputFile {
   /// Merges these records, of which it makes one at a time.
   void mergeInto(KernelList& known) override;
 
+  InputExtent extent() override { return extent_; }
+
  private:
   template <typename Use>
   void forEachRecord(Use use) const;
-  static void setKernel(KernelRecord& record, const Devpack::Kernel& kernel);
+  void setKernel(KernelRecord& record, const Devpack::Kernel& kernel) const;
+  void readDocument();
+  std::unique_ptr<lmx::c_byte_source> openSource() const;
+  void observeArgument(KernelRecord& record, const VariableRecord& argument) const;
 
   std::unique_ptr<const Devpack::Project> project_;
+  InputExtent extent_;             // of an observed reader
+  std::uint64_t faultColumn_ = 0;  // of an observed reader: where the reading ended
 };
 
 }  // namespace consolidator

@@ -1,13 +1,13 @@
 #include "readers/LLFile.h"
 
 #include "readers/NetBit.h"
-#include "readers/RegisterIndex.h"
 #include "readers/SharedNets.h"
 #include "text/FieldReader.h"
 #include "text/FindLast.h"
 #include "text/WhiteSpace.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 
 namespace consolidator {
@@ -55,6 +55,15 @@ std::optional<NetBit> readNet(FieldReader& fields) {
   return std::nullopt;
 }
 
+// Whether the address of a line that has one does not fit into a location.
+bool hasWideAddress(std::string_view line) {
+  FieldReader fields(line);
+  fields.readWord();
+  std::uint64_t number = 0;
+  return fields.readNumber(number) && fields.readNumber(number, 16) &&
+         number > std::numeric_limits<std::uint32_t>::max();
+}
+
 }  // namespace
 
 void LLFile::setKernels(const KernelList& kernels) {
@@ -63,28 +72,43 @@ void LLFile::setKernels(const KernelList& kernels) {
 
 bool LLFile::parse() {
   if (!isValid()) return false;
+  if (observer_ != nullptr) {
+    for (const KernelRecord& kernel : kernels_) {
+      knownBefore_.push_back(kernel.hardwareVariables.size());
+    }
+  }
   RegisterIndex registers(kernels_, lineBound);
   SharedNets sharedNets(kernels_);
   // White space in front of a line does not count as part of it, except in front of the first.
   do {
     if (const auto line = buffer_.readLine(lineBound)) {
+      if (line->overBound) ignore("a line over 2047 bytes");
       readBit(line->text, registers, sharedNets);
       if (line->overBound) buffer_.skipLine();
     }
-    buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
+    // An observer is told of every line.
+    if (observer_ == nullptr) buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
   } while (buffer_.skipWhiteSpace());
   sharedNets.handOut();
   return true;
 }
 
 void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets) {
-  if (line.starts_with(';') || line.find("Revision") != std::string_view::npos) return;
+  if (line.starts_with(';') || line.find("Revision") != std::string_view::npos) {
+    if (line.starts_with("Bit")) ignore("a bit on a line with \"Revision\"", line);
+    return;
+  }
   FieldReader fields(line);
   LogicLocation location;
-  if (!readLocation(fields, location)) return;
+  if (!readLocation(fields, location)) return observeOther(line);
   const std::optional<NetBit> bit = readNet(fields);
-  const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
-  if (!index || sharedNets.set(bit->net(), *index, location)) return;
+  if (observer_ != nullptr) observeEnd(line);
+  if (!bit) return ignore("a bit without a net", line);
+  const std::optional<std::uint32_t> index = bit->index();
+  if (!index) return ignore("a bit index of 268435456 or more", line);
+  if (observer_ != nullptr && !bit->hasPlainIndex()) ignore("a bit index that is no number", line);
+  if (observer_ != nullptr) observeBit(registers.find(bit->net()), *index, location, line);
+  if (sharedNets.set(bit->net(), *index, location)) return;
   const RegisterIndex::Found found = registers.find(bit->net());
   if (found.kernels.size() > 1) {
     sharedNets.add(found.hardwareName, found.kernels, *index, location);
@@ -92,6 +116,30 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
     kernels_[found.kernels.front()].setLogicLocation(found.hardwareName, *index, location.first,
                                                      location.second);
   }
+}
+
+// Where the file was read before, the known locations are those of the whole file: only a variable
+// that is new can tell of a line before.
+void LLFile::observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
+                        const LogicLocation& location, std::string_view line) {
+  if (hasWideAddress(line)) ignore("the digits of an address beyond 32 bits", line);
+  observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
+  if (found.kernels.empty()) return;
+  const std::uint32_t owner = found.kernels.front();
+  HardwareVariableList& variables = kernels_[owner].hardwareVariables;
+  const HardwareVariable* const variable = variables.find(found.hardwareName);
+  if (variable == nullptr || variable < &variables[0] + knownBefore_[owner]) return;
+  if (bit >= variable->logicLocations.size()) return;
+  const LogicLocation& before = variable->logicLocations[bit];
+  if (before != LogicLocation() && before != location) {
+    ignore("an earlier location of the bit, which the line replaces", line);
+  }
+}
+
+void LLFile::observeOther(std::string_view line) {
+  if (observer_ == nullptr || line.empty()) return;
+  const bool isBit = FieldReader(line).readWord() == "Bit";
+  ignore(isBit ? "a bit whose numbers cannot be read" : "a line of another kind", line);
 }
 
 }  // namespace consolidator

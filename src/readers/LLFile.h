@@ -1,13 +1,15 @@
 #pragma once
 
 #include "readers/InputFile.h"
+#include "readers/RegisterIndex.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace consolidator {
 
-class RegisterIndex;
 class SharedNets;
 
 /// Reader of the logic-location file of bitstream generation, which says where in the device's
@@ -42,6 +44,11 @@ class LLFile : public InputFile {
 
  private:
   void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
+  void observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
+                  const LogicLocation& location, std::string_view line);
+  void observeOther(std::string_view line);
+
+  std::vector<std::size_t> knownBefore_;  // of an observed reader: hardware variables of kernels
 };
 
 }  // namespace consolidator

@@ -42,6 +42,13 @@ class NetBit {
     return index;
   }
 
+  /// Whether what stands in the brackets, if there are any, is a number and nothing else.
+  bool hasPlainIndex() const {
+    return indexText_.data() == nullptr ||
+           (!indexText_.empty() &&
+            indexText_.find_first_not_of("0123456789") == indexText_.size() - 1);
+  }
+
  private:
   std::string_view net_;
   std::string_view indexText_;

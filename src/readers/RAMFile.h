@@ -49,6 +49,7 @@ class RAMFile : public InputFile {
  private:
   void readLine(std::string_view line);
   void readTitle(std::string_view line);
+  void observeLine(const BoundedLine& line);
 
   const KernelList& knownKernels_;
   std::uint32_t section_ = 0;

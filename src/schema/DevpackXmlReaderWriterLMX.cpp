@@ -28,8 +28,10 @@ Project::Project(const char* fileName, lmx::error_code& errorCode) {
   unmarshal(reader, rootName);
 }
 
-Project::Project(std::unique_ptr<lmx::c_byte_source> source, lmx::error_code& errorCode) {
+Project::Project(std::unique_ptr<lmx::c_byte_source> source, lmx::error_code& errorCode,
+                 lmx::c_reading_observer* observer) {
   lmx::c_xml_reader reader(std::move(source), errorCode);
+  if (observer != nullptr) reader.observe(*observer);
   unmarshal(reader, rootName);
 }
 

@@ -2,6 +2,7 @@
 
 #include "lmx60/ByteSource.h"
 #include "lmx60/ErrorCode.h"
+#include "lmx60/ReadingObserver.h"
 #include "schema/Element.h"
 
 #include <memory>
@@ -181,8 +182,9 @@ struct Project : Element<Attribute<"name">, Namespaces<"xmlns">, Children<"platf
   /// project; every fault of the document is thrown as a `lmx::c_lmx_exception` and sets its code.
   Project(const char* fileName, lmx::error_code& errorCode);
 
-  /// The same from any source.
-  Project(std::unique_ptr<lmx::c_byte_source> source, lmx::error_code& errorCode);
+  /// The same from any source. An observer, if there is one, is told what is left out.
+  Project(std::unique_ptr<lmx::c_byte_source> source, lmx::error_code& errorCode,
+          lmx::c_reading_observer* observer = nullptr);
 
   /// Writes the document to a file, which is created or overwritten. Returns `not_written` when it
   /// could not be written in full. The tool itself writes no document, but other code relies on

@@ -25,6 +25,7 @@ void readAttributes(lmx::c_xml_reader& reader, const lmx::c_attributes& attribut
       next = next + 1 < fields.size() ? next + 1 : 0;
       if (name == candidate.name) return candidate.read(element, reader, value);
     }
+    reader.skip_attribute(name);
   });
 }
 

@@ -22,6 +22,7 @@ int openForReading(const char* fileName) {
 
   if (descriptor >= 0 && (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode))) {
     close(descriptor);
+    errno = EISDIR;
     return -1;
   }
   return descriptor;
@@ -30,7 +31,10 @@ int openForReading(const char* fileName) {
 }  // namespace
 
 InputBuffer::InputBuffer(const char* fileName)
-    : descriptor_(openForReading(fileName)), isOpen_(descriptor_ >= 0), atEnd_(!isOpen_) {}
+    : descriptor_(openForReading(fileName)),
+      openError_(descriptor_ < 0 ? errno : 0),
+      isOpen_(descriptor_ >= 0),
+      atEnd_(!isOpen_) {}
 
 InputBuffer::InputBuffer(std::string_view text) : isOpen_(true), atEnd_(true) {
   // The get area is never written to; std::streambuf has no other type for it.
@@ -68,6 +72,27 @@ std::optional<BoundedLine> InputBuffer::readLine(std::size_t bound) {
   return BoundedLine{{start, strnlen(start, length)}, false};
 }
 
+void InputBuffer::becomeEmpty() {
+  isOpen_ = true;
+  atEnd_ = true;
+  setg(nullptr, nullptr, nullptr);
+}
+
+std::uint64_t InputBuffer::lineOf(const char* byte) {
+  if (counted_ == nullptr) counted_ = eback();
+  if (byte != counted_) {
+    lineEnds_ += static_cast<std::uint64_t>(std::count(counted_, byte, '\n'));
+    endsInsideLine_ = byte[-1] != '\n';
+    counted_ = byte;
+  }
+  return lineEnds_ + 1;
+}
+
+InputExtent InputBuffer::extent() {
+  const std::uint64_t next = line();
+  return {bytesRead_ - available(), next - (endsInsideLine_ ? 0 : 1)};
+}
+
 // Number of available bytes before the first `c`, at least `from` of which are known not to be it.
 std::size_t InputBuffer::lengthUpTo(char c, std::size_t from) const {
   const char* const found = traits_type::find(gptr() + from, available() - from, c);
@@ -94,6 +119,10 @@ bool InputBuffer::readBlock() {
   } while (got < 0 && errno == EINTR);
   atEnd_ = got <= 0;
   if (!atEnd_) setg(block_.get(), block_.get(), block_.get() + kept + got);
+  if (observer_ != nullptr && !atEnd_) {
+    bytesRead_ += static_cast<std::uint64_t>(got);
+    observer_->onProgress(bytesRead_);
+  }
   return !atEnd_;
 }
 
@@ -105,8 +134,10 @@ void InputBuffer::makeRoom() {
     capacity_ = std::max(blockSize, 2 * capacity_);
     outgrown = std::exchange(block_, std::make_unique_for_overwrite<char[]>(capacity_));
   }
+  if (observer_ != nullptr) line();
   if (kept > 0) std::memmove(block_.get(), gptr(), kept);
   setg(block_.get(), block_.get(), block_.get() + kept);
+  counted_ = block_.get();
 }
 
 }  // namespace consolidator

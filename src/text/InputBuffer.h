@@ -1,8 +1,10 @@
 #pragma once
 
+#include "observer/RunObserver.h"
 #include "text/WhiteSpace.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <streambuf>
@@ -35,6 +37,33 @@ class InputBuffer : public std::streambuf {
   ~InputBuffer() override;
 
   bool isOpen() const { return isOpen_; }
+
+  /// The system's error number if the file could not be opened, else 0.
+  int openError() const { return openError_; }
+
+  /// Counts lines and bytes from now on and tells the observer, which must outlive the buffer, how
+  /// many bytes were read. To be called before anything is read.
+  void observe(RunObserver& observer) { observer_ = &observer; }
+
+  /// Makes the input an empty one that is open.
+  void becomeEmpty();
+
+  /// The number of the line, from 1, in which a byte lies: one that was read since the last block
+  /// was, or the one that is next. Only of an observed buffer, and never of a byte before another
+  /// one that was asked for.
+  std::uint64_t lineOf(const char* byte);
+
+  /// The number of the line that is next.
+  std::uint64_t line() { return lineOf(gptr()); }
+
+  /// Whether a line that was just read had a zero byte, where its text ends.
+  bool endsInZeroByte(std::string_view text) const {
+    const char* const end = text.data() + text.size();
+    return text.data() != nullptr && end < gptr() && *end == '\0';
+  }
+
+  /// How much was read of an observed buffer.
+  InputExtent extent();
 
   /// Whether something was asked for at the end of the input, which is when a standard stream
   /// reports the end of the file.
@@ -95,11 +124,17 @@ class InputBuffer : public std::streambuf {
   void makeRoom();
 
   int descriptor_ = -1;
+  int openError_ = 0;
   bool isOpen_ = false;
   bool atEnd_ = false;
   bool hasMetEnd_ = false;
   std::unique_ptr<char[]> block_;  // made at the first read
   std::size_t capacity_ = 0;
+  RunObserver* observer_ = nullptr;
+  std::uint64_t bytesRead_ = 0;
+  std::uint64_t lineEnds_ = 0;     // before counted_
+  bool endsInsideLine_ = false;    // what is before it
+  const char* counted_ = nullptr;  // in the block
 };
 
 }  // namespace consolidator

@@ -1,5 +1,7 @@
 #include "endtoend/ExecutableTest.h"
 
+#include "endtoend/ForetoldRun.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
@@ -25,6 +27,13 @@ std::string hexFrom(const std::string& bytes, std::size_t start) {
   return text.str();
 }
 
+// What scripts need for them.
+std::string forForetoldRuns() {
+  const std::string inspector = CONSOLIDATOR_INSPECT_EXECUTABLE;
+  if (inspector.empty()) return {};
+  return "INSPECT='" + inspector + "' FORETELL='" CONSOLIDATOR_FORETOLD_RUN "'; ";
+}
+
 std::string difference(const std::string& actual, const std::string& expected) {
   const auto [inActual, inExpected] =
       std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
@@ -41,8 +50,10 @@ std::string difference(const std::string& actual, const std::string& expected) {
 ExecutableRun ExecutableTest::start(const Arguments& arguments, const std::string& name) const {
   Arguments words{name};
   words.insert(words.end(), arguments.begin(), arguments.end());
+  const ForetoldRun foretold(words, path(""));
   soundFiles_.beforeRun(arguments, path(""));
   ExecutableRun run(executable, words, path(""));
+  foretold.expect(run.outcome());
   soundFiles_.afterRun(run.outcome().status);
   return run;
 }
@@ -50,7 +61,7 @@ ExecutableRun ExecutableTest::start(const Arguments& arguments, const std::strin
 ExecutableRun ExecutableTest::startScript(const std::string& script) const {
   // Processes that the script starts at once would escape a limit that comes from outside.
   const std::string limit = "ulimit -t " + std::to_string(ExecutableRun::cpuLimit) + "; ";
-  return {"/bin/bash", {"bash", "-c", limit + script, executable}, path("")};
+  return {"/bin/bash", {"bash", "-c", limit + forForetoldRuns() + script, executable}, path("")};
 }
 
 void ExecutableTest::remove(std::string_view name) const { fs::remove_all(path(name)); }

@@ -24,7 +24,8 @@ class ExecutableTest : public testing::Test {
   using Files = std::map<std::string, std::string>;
 
   /// Runs the executable, which gets "consolidator" as its own name unless another one is given.
-  /// What it makes from nothing must be sound, see SoundFiles.
+  /// The inspector must foretell how it ends, and find sound what it makes from nothing; see
+  /// ForetoldRun and SoundFiles.
   ExecutableRun start(const Arguments& arguments, const std::string& name = "consolidator") const;
 
   /// Runs a script of bash in which "$0" is the executable.

@@ -21,7 +21,7 @@ class FileItselfTest : public ExecutableTest {
       SCOPED_TRACE(options + name);
       write("vadd.out", before);
       ASSERT_EQ(runScript("ln vadd.out vadd.lnk; ln -s vadd.out vadd.sym"), silence());
-      EXPECT_EQ(runScript("exec " + timed + "-f vadd.out " + options + name), outcome);
+      EXPECT_EQ(runScript("exec " + foretold + "-f vadd.out " + options + name), outcome);
       EXPECT_EQ(runScript("test -L vadd.sym && rm vadd.sym"), silence());
       EXPECT_TRUE(folderHolds({{"vadd.out", after}, {"vadd.lnk", after}}));
       remove("vadd.out");
@@ -49,7 +49,7 @@ TEST_F(FileItselfTest, IsAddedToUnderItsOtherNames) {
   for (const std::string link : {"ln", "ln -s"}) {
     write("vadd.out", VaddKernel().file());
     write("h", hierarchy.text);
-    EXPECT_EQ(runScript(link + " vadd.out other; exec " + timed + "-f other -h h"), silence());
+    EXPECT_EQ(runScript(link + " vadd.out other; exec " + foretold + "-f other -h h"), silence());
     remove("other");
     EXPECT_TRUE(folderHolds({{"h", hierarchy.text}, {"vadd.out", hierarchy.read}}));
   }

@@ -79,7 +79,7 @@ class UnusualPathTest : public ExecutableTest, public testing::WithParamInterfac
     SCOPED_TRACE(options.substr(0, options.find(kind.path)));
     write("vadd.txt", before);
     ASSERT_EQ(runScript(kind.setUp), silence());
-    EXPECT_EQ(runScript("exec " + prefix_ + timed + options), outcome);
+    EXPECT_EQ(runScript("exec " + prefix_ + foretold + options), outcome);
     EXPECT_EQ(runScript(kind.tearDown), silence());
 
     if (!kind.folder.empty()) beside[kind.folder];

@@ -33,7 +33,14 @@ DOCUMENTS = [
     ("consolidator-coverage-1", ["coverage", "--format", "json", "FILE"]),
     ("consolidator-coverage-1", ["coverage", "--format", "json", "--baseline", "OTHER", "FILE"]),
     ("consolidator-coverage-1", ["coverage", "--format", "json"]),
+    ("consolidator-explain-1", ["explain", "--format", "json", "--", "-f", "FILE", "-k", "OTHER"]),
+    ("consolidator-explain-1", ["explain", "--format", "json", "--strict", "--", "-c", "-f", "FILE",
+                                "-h", "first-link.hierarchy", "-k", "vadd.xml", "-l", "design.ll"]),
+    ("consolidator-explain-1", ["explain", "--format", "json", "FILE"]),
 ]
+
+# Their documents have no error for one file.
+OF_SEVERAL_FILES = ("consolidator-verify-1", "consolidator-explain-1")
 
 # A file that cannot be read is no error to a command of several files, but an entry.
 COMMON_CODES = (None, "usage")
@@ -92,7 +99,8 @@ def check_documents(inspect, validators, files):
         for number, file in enumerate(files):
             names = {"FILE": str(file), "OTHER": str(files[number - 1])}
             arguments = [names.get(word, word) for word in words]
-            run = subprocess.run([inspect, *arguments], capture_output=True, check=False)
+            run = subprocess.run([inspect, *arguments], capture_output=True, check=False,
+                                 cwd=ROOT / "examples")
             assert run.returncode in (0, 1, 2), arguments
             document = strict(run.stdout)
             assert document["format"] == schema.replace("-1", "/1"), arguments
@@ -102,7 +110,7 @@ def check_documents(inspect, validators, files):
             if "kernels" in document:
                 check_faults(validators[schema], document)
     for schema in validators:
-        of_several = schema == "consolidator-verify-1"
+        of_several = schema in OF_SEVERAL_FILES
         for code in COMMON_CODES + (() if of_several else CODES_OF_ONE_FILE):
             assert (schema, code) in shown, (schema, code)
 

@@ -1,0 +1,68 @@
+#include "inspect/InstanceNets.h"
+
+#include "lookup/KeyedHash.h"
+#include "text/FindLast.h"
+
+#include <algorithm>
+
+namespace consolidator::inspect {
+
+namespace {
+
+NumbersByText indexPaths(const KernelList& kernels) {
+  std::vector<NumbersByText::Note> notes;
+  for (std::uint32_t i = 0; i < kernels.size(); ++i) {
+    for (const std::string& path : kernels[i].instancePaths) notes.push_back({path, i});
+  }
+  return NumbersByText(notes);
+}
+
+TextSearch makeSearch(const NumbersByText& paths) {
+  std::vector<std::string> patterns;
+  patterns.reserve(paths.size());
+  for (const std::string_view path : paths.texts()) patterns.push_back(std::string(path) + '/');
+  const std::vector<std::string_view> views(patterns.begin(), patterns.end());
+  return TextSearch(views);
+}
+
+}  // namespace
+
+InstanceNets::InstanceNets(const KernelList& kernels)
+    : paths_(indexPaths(kernels)), search_(makeSearch(paths_)), netsByPath_(paths_.size()) {}
+
+// The nets of one place often follow one another, and come again.
+const InstanceNets::Paths& InstanceNets::around(std::string_view hardwareName) {
+  constexpr std::size_t mostPlaces = 65536;
+  constexpr std::size_t mostPaths = 64;
+  const std::string_view place = hardwareName.substr(0, findLast(hardwareName, '/') + 1);
+  if (last_ != nullptr && lastPlace_ == place) return *last_;
+  lastPlace_ = place;
+  if (byPlace_.size() >= mostPlaces) byPlace_.clear();
+  const auto [known, isNew] = byPlace_.try_emplace(keyedHash(place));
+  if (isNew) {
+    const Paths& found = search_.findIn(place);
+    known->second.assign(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(
+                                                            std::min(found.size(), mostPaths)));
+  }
+  last_ = &known->second;
+  return *last_;
+}
+
+void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
+  constexpr std::size_t mostKept = 1'000'000;
+  if (kept_ >= mostKept) {
+    isLimited_ = true;
+    return;
+  }
+  if (!seen_.insert(keyedHash(hardwareName)).second) return;
+  const auto number = static_cast<std::uint32_t>(nets_.size());
+  nets_.emplace_back(hardwareName);
+  for (const std::uint32_t path : paths) netsByPath_[path].push_back(number);
+  kept_ += paths.size();
+}
+
+std::string_view lastComponent(std::string_view name) {
+  return name.substr(findLast(name, '/') + 1);
+}
+
+}  // namespace consolidator::inspect

@@ -1,0 +1,7 @@
+#include "observer/RunObserver.h"
+
+namespace consolidator {
+
+RunObserver::~RunObserver() = default;
+
+}  // namespace consolidator

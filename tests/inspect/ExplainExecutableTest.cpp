@@ -1,0 +1,178 @@
+// Runs the tool and its explanation side by side.
+
+#include "inspect/InspectRun.h"
+#include "support/Bytes.h"
+#include "support/TemporaryFolder.h"
+
+#include <rapidjson/document.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <map>
+#include <random>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace consolidator::inspect {
+namespace {
+
+namespace fs = std::filesystem;
+using Words = std::vector<std::string>;
+
+void fill(const TemporaryFolder& folder) {
+  folder.write("h", "k:\n type: hls\n instance path: /t/k_1\n");
+  folder.write("refused.h", "version: 2\n");
+  folder.write("x.dbg", "RTL a b c\nlocal i\nat k.c:1\nend i_r\n");
+  folder.write("xml", "<project/>");
+  folder.write("refused.xml", "<project>");
+  folder.write("refused.aux", "<ak:arg ak:originalName=\n");
+  folder.write("ll", "Bit 1 0x2 3 d 4 Net=t/k_1/i_r\n");
+  folder.write("made", container({{SectionKind::ProjectName, "name"},
+                                  {SectionKind::Dwarf, "dwarf"},
+                                  {SectionKind::Json, emptyJson()}}));
+  folder.write("newer", header(0, 2, 3));
+  folder.write("foreign", "abcdefghijklmnopqrstuvwxyz");
+  folder.write("empty", "");
+  fs::create_directory(folder.path("folder"));
+  fs::create_symlink("nowhere", folder.path("dangling"));
+  fs::create_symlink("made", folder.path("link"));
+}
+
+// Sizes and times of all that is in a folder, and of the folder.
+std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> stamps(const std::string& folder) {
+  std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> found;
+  const auto note = [&](const std::string& path) {
+    struct stat status {};
+
+    lstat(path.c_str(), &status);
+    found[path] = {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+  };
+  note(folder);
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+    note(entry.path().string());
+  }
+  return found;
+}
+
+// Expects that the explanation tells the status and the output of the run and touches nothing.
+void expectSameRun(const Words& words) {
+  const TemporaryFolder folder;
+  fill(folder);
+  Words explain{"explain", "--format=json", "--"};
+  explain.insert(explain.end(), words.begin(), words.end());
+  const auto before = stamps(folder.path("."));
+  const Outcome explained = startInspect(explain, folder.path("")).outcome();
+  EXPECT_EQ(stamps(folder.path(".")), before);
+  Words line{"consolidator"};
+  line.insert(line.end(), words.begin(), words.end());
+  const Outcome real = ExecutableRun(CONSOLIDATOR_EXECUTABLE, line, folder.path("")).outcome();
+
+  rapidjson::Document document;
+  document.Parse(explained.out.c_str());
+  ASSERT_TRUE(document.IsObject()) << explained;
+  EXPECT_EQ(explained.status, 0);
+  EXPECT_EQ(document["status"].GetInt(), real.status);
+  EXPECT_EQ(document["stdout"].GetString(), std::string(real.out.c_str()));
+  EXPECT_EQ(document["stderr"].GetString(), real.err);
+}
+
+std::string joined(const Words& words) {
+  std::string text;
+  for (const std::string& word : words) text += "[" + word + "] ";
+  return text;
+}
+
+TEST(ExplainExecutable, TellsWhatTheRunPrints) {
+  const std::vector<Words> lines{
+      {},
+      {"--help"},
+      {"--version"},
+      {"-a", "-c"},
+      {"-q"},
+      {"-f", "made", "-f", "made"},
+      {"-f", "made"},
+      {"-k", "xml"},
+      {"-f", "made", "-h", "h", "-p", "other"},
+      {"-f", "newer", "-h", "h"},
+      {"-f", "newer", "-j", "dump"},
+      {"-f", "folder", "-h", "h"},
+      {"-f", "missing/file", "-h", "h"},
+      {"-f", "missing", "-j", "dump"},
+      {"-f", "made", "-j", "/dev/stdout"},
+      {"-f", "made", "-u", "/dev/stderr"},
+      {"-f", "made", "-h", "refused.h", "-k", "refused.xml", "-x", "refused.aux"},
+      {"-c", "-f", "made", "-k", "made"},
+      {"-f", "dangling", "-k", "nowhere"},
+      {"-f", "", "-h", "h"},
+      {"-f", "[a,b]", "-h", "{}", "--", "h"},
+  };
+  for (const Words& words : lines) {
+    SCOPED_TRACE(joined(words));
+    expectSameRun(words);
+  }
+}
+
+TEST(ExplainExecutable, TellsWhatAnyRunPrints) {
+  const Words files{"h",        "refused.h", "x.dbg",  "xml",      "refused.xml", "refused.aux",
+                    "ll",       "made",      "newer",  "foreign",  "empty",       "folder",
+                    "dangling", "link",      "",       "missing",  "folder/new",  "./made",
+                    "made/",    "nowhere",   "h/file", "/dev/null"};
+  const Words inputs{"-d", "-h", "-k", "-s", "-x", "-l", "-r"};
+  const Words others{"-a", "-c",        "--create", "--help", "-v",     "--",         "stray",
+                     "-q", "--dump-js", "-u",       "-p",     "-pname", "--project=x"};
+  std::mt19937 random(20240607);
+  const auto pick = [&](const Words& from) { return from[random() % from.size()]; };
+  for (int round = 0; round < 500; ++round) {
+    Words words;
+    if (random() % 10 > 0) words.insert(words.end(), {"-f", pick(files)});
+    for (auto left = random() % 5; left > 0; --left) {
+      words.insert(words.end(), {pick(inputs), pick(files)});
+    }
+    if (random() % 3 == 0) words.push_back(pick(others));
+    if (random() % 3 == 0) words.push_back(pick(files));
+    SCOPED_TRACE(joined(words));
+    expectSameRun(words);
+  }
+}
+
+TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {
+  const TemporaryFolder folder;
+  fill(folder);
+  const auto status = [&](Words words) {
+    words.insert(words.begin(), "explain");
+    return startInspect(words, folder.path("")).outcome().status;
+  };
+  EXPECT_EQ(status({"--", "-f", "new", "-h", "missing"}), 0);
+  EXPECT_EQ(status({"--strict", "--", "-f", "new", "-h", "missing"}), 1);
+  EXPECT_EQ(status({"--strict", "--", "-f", "new", "-h", "refused.h"}), 1);
+  EXPECT_EQ(status({"--strict", "--", "-f", "folder", "-h", "h"}), 1);
+  EXPECT_EQ(status({"--strict", "--", "-f", "new"}), 1);
+  EXPECT_EQ(status({"--strict", "--", "-q"}), 1);
+  EXPECT_EQ(status({"--strict", "--", "-f", "foreign", "-h", "h"}), 1);
+  EXPECT_EQ(status({"--strict", "--", "-f", "new", "-h", "h", "-h", "empty", "-r", "empty"}), 0);
+  EXPECT_EQ(status({"--strict=nothing", "--", "-f", "new", "-h", "h", "-h", "empty"}), 1);
+  EXPECT_EQ(status({"--strict=nothing", "--", "-f", "new", "-h", "h", "-r", "empty"}), 0);
+}
+
+TEST(ExplainExecutable, WantsTwoDashesBeforeTheCommandLine) {
+  for (const Words& words : std::vector<Words>{{"-f", "x", "-h", "y"}, {"-h"}, {"-c", "--"}, {}}) {
+    Words line{"explain"};
+    line.insert(line.end(), words.begin(), words.end());
+    EXPECT_EQ(startInspect(line, "/").outcome(),
+              (Outcome{2, "",
+                       "consolidator-inspect: explain: the command line of consolidator has to "
+                       "follow \"--\" (see \"consolidator-inspect explain --help\")\n"}))
+        << joined(words);
+  }
+}
+
+TEST(ExplainExecutable, ShowsItsHelpWithoutTheOptionsOfTheTool) {
+  const Outcome outcome = startInspect({"explain", "--help"}, "/").outcome();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_NE(outcome.out.find("--strict [=nothing]"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("explain [OPTIONS] -- -f FILE"), std::string::npos) << outcome.out;
+}
+
+}  // namespace
+}  // namespace consolidator::inspect
