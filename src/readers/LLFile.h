@@ -5,11 +5,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 namespace consolidator {
 
+class NetBit;
 class SharedNets;
 
 /// Reader of the logic-location file of bitstream generation, which says where in the device's
@@ -44,8 +46,12 @@ class LLFile : public InputFile {
 
  private:
   void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
-  void observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
-                  const LogicLocation& location, std::string_view line);
+  void observeBit(std::string_view line, const std::optional<NetBit>& bit,
+                  std::optional<std::uint32_t> index, const LogicLocation& location,
+                  RegisterIndex& registers);
+  bool replaces(const RegisterIndex::Found& found, std::uint32_t bit,
+                const LogicLocation& location);
+  void observeComment(std::string_view line);
   void observeOther(std::string_view line);
 
   std::vector<std::size_t> knownBefore_;  // of an observed reader: hardware variables of kernels

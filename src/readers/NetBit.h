@@ -2,12 +2,9 @@
 
 #include "text/FindLast.h"
 
-#include <charconv>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <system_error>
 
 namespace consolidator {
 
@@ -19,13 +16,7 @@ class NetBit {
   static constexpr std::uint32_t endOfIndices = std::uint32_t{1} << 28;
 
   /// Splits the text before its last "[" if it ends in "]" and has one, whatever stands between.
-  explicit NetBit(std::string_view text) : net_(text) {
-    if (!text.ends_with(']')) return;
-    const std::size_t bracket = findLast(text, '[');
-    if (bracket == std::string_view::npos) return;
-    net_ = text.substr(0, bracket);
-    indexText_ = text.substr(bracket + 1);
-  }
+  explicit NetBit(std::string_view text);
 
   /// The hierarchical name of the net without the bit index.
   std::string_view net() const { return net_; }
@@ -34,20 +25,10 @@ class NetBit {
   std::string_view registerName() const { return net_.substr(findLast(net_, '/') + 1); }
 
   /// The decimal digits after the "["; 0 if there are none, nothing from `endOfIndices` on.
-  std::optional<std::uint32_t> index() const {
-    std::uint32_t index = 0;
-    const char* const start = indexText_.data();
-    const auto result = std::from_chars(start, start + indexText_.size(), index);
-    if (result.ec == std::errc::result_out_of_range || index >= endOfIndices) return std::nullopt;
-    return index;
-  }
+  std::optional<std::uint32_t> index() const;
 
   /// Whether what stands in the brackets, if there are any, is a number and nothing else.
-  bool hasPlainIndex() const {
-    return indexText_.data() == nullptr ||
-           (!indexText_.empty() &&
-            indexText_.find_first_not_of("0123456789") == indexText_.size() - 1);
-  }
+  bool hasPlainIndex() const;
 
  private:
   std::string_view net_;
