@@ -6,6 +6,7 @@
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
+#include "inspect/ReportCommand.h"
 #include "inspect/ShowCommand.h"
 #include "inspect/VerifyCommand.h"
 
@@ -44,6 +45,7 @@ constexpr std::array commands = {
     CommandEntry{"find", "find a variable, register, kernel or location", make<FindCommand>},
     CommandEntry{"verify", "say whether files are sound, and what is wrong", make<VerifyCommand>},
     CommandEntry{"diff", "tell how two files differ", make<DiffCommand>},
+    CommandEntry{"report", "write a page that shows what is in a file", make<ReportCommand>},
 };
 
 std::string helpText() {
