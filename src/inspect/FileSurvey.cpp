@@ -1,5 +1,6 @@
 #include "inspect/FileSurvey.h"
 
+#include "inspect/KernelCoverage.h"
 #include "inspect/PageText.h"
 
 namespace consolidator::inspect {
@@ -14,6 +15,11 @@ FileSurvey::FileSurvey(const consolidated::File& file) {
 void FileSurvey::add(const consolidated::Kernel& kernel) {
   const std::string name = shortened(kernel.name().view());
   counts += KernelCounts::of(kernel);
+  const KernelCoverage covered(kernel);
+  for (std::uint32_t instance = 0; instance < covered.instances(); ++instance) {
+    coverage += covered.counts(VariableKind::Argument, instance);
+    coverage += covered.counts(VariableKind::Variable, instance);
+  }
   if (names.size() < mostNames) names.push_back(name);
   for (const consolidated::Text& path : kernel.instancePaths()) {
     if (tree.size() == InstanceTree::mostPaths) break;

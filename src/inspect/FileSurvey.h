@@ -1,6 +1,7 @@
 #pragma once
 
 #include "consolidated/File.h"
+#include "inspect/CoverageCounts.h"
 #include "inspect/InstanceTree.h"
 #include "inspect/KernelCounts.h"
 
@@ -22,6 +23,7 @@ struct FileSurvey {
 
   std::uint64_t kernels = 0;
   KernelCounts counts;
+  CoverageCounts coverage;                   ///< of all pairs of a name and an instance
   std::vector<std::string> names;            ///< of the first kernels, shortened
   InstanceTree tree;                         ///< of the first instances
   std::optional<consolidated::Fault> fault;  ///< that ends the reading early

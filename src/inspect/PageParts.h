@@ -26,6 +26,7 @@ extern const PagePart<2> notComplete;
 extern const PagePart<1> newerVersion;
 extern const PagePart<0> factsBegin;
 extern const PagePart<2> fact;
+extern const PagePart<3> factWithNote;
 extern const PagePart<1> projectFact;
 extern const PagePart<0> factsEnd;
 extern const PagePart<0> findingsBegin;

@@ -37,6 +37,14 @@ std::string dwarfOf(const File& file) {
   return dwarf ? counted(dwarf->stored().size(), "byte") : "none";
 }
 
+// Of the pairs of a name and an instance; a gap is no location for a debugger.
+std::string shareLocated(const CoverageCounts& counts) {
+  if (counts.total() == 0) return {};
+  return fmt::format("{:.1f} % located without a gap",
+                     100.0 * static_cast<double>(counts[CoverageState::WithoutGap]) /
+                         static_cast<double>(counts.total()));
+}
+
 }  // namespace
 
 ReportPage::ReportPage(const ConsolidatedInput& input, std::string version)
@@ -97,7 +105,8 @@ void ReportPage::writeFacts(HtmlWriter& html) const {
   }
   html.add(part::fact, "Kernels", grouped(survey_.kernels));
   html.add(part::fact, "Instances", grouped(counts.instancePaths));
-  html.add(part::fact, "Arguments and variables", grouped(counts.arguments + counts.variables));
+  html.add(part::factWithNote, "Arguments and variables",
+           grouped(counts.arguments + counts.variables), shareLocated(survey_.coverage));
   html.add(part::fact, "Registers", grouped(counts.hardwareVariables));
   html.add(part::fact, "Locations of bits", grouped(counts.logicLocations));
   html.add(part::fact, "Breakable conditions", grouped(counts.breakableConditions));

@@ -253,6 +253,7 @@ const map = (() => {
   const colourCount = palettes.light.length;
   const dark = matchMedia('(prefers-color-scheme: dark)');
   const canvas = byId('map-canvas');
+  const margin = 10;
 
   let data = null;
   let view = null;
@@ -361,8 +362,8 @@ const map = (() => {
     return (255 << 24) | ((number & 255) << 16) | (number & 0xff00) | (number >> 16);
   };
 
-  const placeOf = (i, width, height) => ({
-    x: ((data.seconds.values[i] + 0.5 - view.x0) / (view.x1 - view.x0)) * width,
+  const placeOf = (i, width, height, ratio = 1) => ({
+    x: margin * ratio + ((data.seconds.values[i] + 0.5 - view.x0) / (view.x1 - view.x0)) * (width - 2 * margin * ratio),
     y: ((data.rowOf[i] + 0.5 - view.y0) / (view.y1 - view.y0)) * height,
   });
 
@@ -380,7 +381,7 @@ const map = (() => {
     const wide = Math.round(Math.min(Math.max(width / (view.x1 - view.x0), least), 14 * ratio));
     const high = Math.round(Math.min(Math.max(0.7 * rowHeight, least), 14 * ratio));
     const fill = (i, pixel) => {
-      const {x, y} = placeOf(i, width, height);
+      const {x, y} = placeOf(i, width, height, ratio);
       const left = Math.max(0, Math.round(x - wide / 2));
       const right = Math.min(width, Math.round(x + wide / 2));
       const bottom = Math.min(height, Math.round(y + high / 2));
@@ -397,7 +398,7 @@ const map = (() => {
     }
     context.putImageData(image, 0, 0);
     if (current >= 0) {
-      const {x, y} = placeOf(current, width, height);
+      const {x, y} = placeOf(current, width, height, ratio);
       context.strokeStyle = dark.matches ? '#ffffff' : '#000000';
       context.lineWidth = 2 * ratio;
       context.strokeRect(x - wide / 2 - 3 * ratio, y - high / 2 - 3 * ratio, wide + 6 * ratio, high + 6 * ratio);
