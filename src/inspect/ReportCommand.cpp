@@ -1,6 +1,7 @@
 #include "inspect/ReportCommand.h"
 
 #include "inspect/CommandOutput.h"
+#include "inspect/PlainText.h"
 #include "inspect/ReportPage.h"
 #include "inspect/SourceListing.h"
 
@@ -26,7 +27,10 @@ Status ReportCommand::run(Console& console) {
   const auto input = openOnlyFile(console, path_);
   if (!input) return Status::Unasked;
   const ReportPage page(*input, CONSOLIDATOR_VERSION);
-  SourceListing sources;
+  SourceListing sources(input->file(), sources_);
+  if (!sources.problem().empty()) {
+    console.messages.say(plain(path_) + ": DWARF: " + plain(sources.problem()));
+  }
   CommandOutput output(console, output_);
   HtmlWriter html(output.sink());
   page.write(html, sources);

@@ -3,6 +3,7 @@
 #include "inspect/PageParts.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace consolidator::inspect {
 
@@ -17,29 +18,28 @@ constexpr std::uint32_t around = 3;
 }  // namespace
 
 SourceListing::SourceListing(const consolidated::File& file, const std::string& folder)
-    : tables_(folder.empty() ? LineTables({}) : LineTables::of(file)), folder_(folder) {}
+    : tables_(folder.empty() ? LineTables(SourceLines()) : LineTables::of(file)), folder_(folder) {}
 
 void SourceListing::write(HtmlWriter& html,
                           const consolidated::List<BreakableCondition>& conditions) {
-  std::vector<Marked> files;
+  std::map<std::string, Marked> files;
   for (const BreakableCondition& condition : conditions) collect(condition, files);
-  for (const Marked& file : files) writeFile(html, file);
+  for (const auto& [path, file] : files) writeFile(html, path, file);
 }
 
-void SourceListing::collect(const BreakableCondition& condition, std::vector<Marked>& files) {
+void SourceListing::collect(const BreakableCondition& condition, std::map<std::string, Marked>& files) {
   if (condition.kind() != ConditionKind::SourceLine) return;
   const auto path = tables_.pathOf(condition.file().view(), condition.line());
   if (!path) return;
   const SourceFolder::Lines* const lines = folder_.linesOf(std::string(*path));
   if (lines == nullptr || condition.line() == 0 || condition.line() > lines->size()) return;
-  const auto isSame = [&](const Marked& file) { return file.lines == lines; };
-  auto file = std::find_if(files.begin(), files.end(), isSame);
-  if (file == files.end()) file = files.insert(file, {std::string(*path), lines, {}});
-  file->conditions[condition.line()].push_back(condition.condition());
+  Marked& file = files[std::string(*path)];
+  file.lines = lines;
+  file.conditions[condition.line()].push_back(condition.condition());
 }
 
-void SourceListing::writeFile(HtmlWriter& html, const Marked& file) {
-  html.add(part::sourceBegin, file.path);
+void SourceListing::writeFile(HtmlWriter& html, const std::string& path, const Marked& file) {
+  html.add(part::sourceBegin, path);
   const auto count = static_cast<std::uint32_t>(file.lines->size());
   std::uint32_t next = 1;  // the first line that was not written
   for (const auto& [line, conditions] : file.conditions) {

@@ -33,13 +33,13 @@ class SourceListing {
 
  private:
   struct Marked {
-    std::string path;
     const SourceFolder::Lines* lines = nullptr;
     std::map<std::uint32_t, std::vector<consolidated::Text>> conditions;  // by the line's number
   };
 
-  void collect(const consolidated::BreakableCondition& condition, std::vector<Marked>& files);
-  void writeFile(HtmlWriter& html, const Marked& file);
+  void collect(const consolidated::BreakableCondition& condition,
+               std::map<std::string, Marked>& files);
+  void writeFile(HtmlWriter& html, const std::string& path, const Marked& file);
   void writeLine(HtmlWriter& html, const Marked& file, std::uint32_t line);
 
   LineTables tables_;
