@@ -31,6 +31,10 @@ std::string wordsOf(const CoverageCounts& counts) {
 }
 
 void writeCoverageBar(HtmlWriter& html, const CoverageCounts& counts) {
+  if (counts.total() == 0) {
+    html.add(part::cell, wordsOf(counts));
+    return;
+  }
   html.add(part::coverageBegin);
   double x = 0;
   for (const CoverageState state : shownStates) {

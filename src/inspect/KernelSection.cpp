@@ -1,7 +1,6 @@
 #include "inspect/KernelSection.h"
 
 #include "inspect/KernelCounts.h"
-#include "inspect/KernelCoverage.h"
 #include "inspect/KernelItems.h"
 #include "inspect/PageParts.h"
 #include "inspect/PageText.h"
@@ -29,12 +28,14 @@ using consolidated::Variable;
 const PageListKind instanceList{"instance", "Instances",
                                 "an instance path and how many arguments and variables are located",
                                 &part::instancesTable};
-const PageListKind argumentList{"argument", "Arguments",
-                                "name, type, bits, register and stored locations",
-                                &part::variablesTable};
-const PageListKind variableList{"variable", "Variables",
-                                "name, type, bits, register and stored locations",
-                                &part::variablesTable};
+const PageListKind argumentList{
+    "argument", "Arguments",
+    "name, type, bits, register, the instances where it is located, and stored bits",
+    &part::variablesTable};
+const PageListKind variableList{
+    "variable", "Variables",
+    "name, type, bits, register, the instances where it is located, and stored bits",
+    &part::variablesTable};
 const PageListKind conditionList{"condition", "Breakable conditions",
                                  "a condition, its kind and its source", &part::conditionsTable};
 const PageListKind registerList{"register", "Registers",
@@ -56,15 +57,31 @@ std::string wordsOf(const KernelCounts& counts) {
   return words;
 }
 
-void writeVariables(HtmlWriter& html, RowBudget& budget, const PageListKind& kind,
-                    const List<Variable>& variables) {
-  PageTable table(html, budget, kind, variables.size());
+// In how many instances a variable is located; empty where there are too many to be asked.
+std::string locatedIn(const KernelCoverage& coverage, VariableKind kind, std::uint32_t name) {
+  constexpr std::uint64_t mostPairs = 10000;
+  const std::uint32_t instances = coverage.instances();
+  if (std::uint64_t{instances} * coverage.names(kind) > mostPairs) return {};
+  std::uint32_t located = 0;
+  for (std::uint32_t instance = 0; instance < instances; ++instance) {
+    if (coverage.at(kind, name, instance).state >= CoverageState::WithGap) ++located;
+  }
+  return fmt::format("{} of {}", located, counted(instances, "instance"));
+}
+
+void writeVariables(HtmlWriter& html, RowBudget& budget, const List<Variable>& variables,
+                    const KernelCoverage& coverage, VariableKind kind) {
+  PageTable table(html, budget, kind == VariableKind::Argument ? argumentList : variableList,
+                  variables.size());
+  std::uint32_t name = 0;
   for (const Variable& variable : variables) {
+    if (name == coverage.names(kind)) break;  // the bytes of a mapped file may have changed
     table.beginRow();
     table.name(variable.name());
     table.text(variable.cType());
     table.number(variable.bitWidth());
     table.text(variable.second());
+    table.text(locatedIn(coverage, kind, name++));
     table.locations(variable.instanceBits());
     table.endRow();
   }
@@ -82,17 +99,17 @@ void KernelSection::write(const Kernel& kernel, std::uint64_t number) {
   html_->add(areOpen_ ? part::kernelOpen : part::kernelClosed, number);
   html_->add(part::kernelSummary, kernel.name(), nameOf(kernel.type()), counts);
   if (counts.empty()) html_->add(part::kernelEmpty);
-  writeInstances(kernel);
-  writeVariables(*html_, budget_, argumentList, kernel.arguments());
-  writeVariables(*html_, budget_, variableList, kernel.variables());
+  const KernelCoverage coverage(kernel);
+  writeInstances(kernel, coverage);
+  writeVariables(*html_, budget_, kernel.arguments(), coverage, VariableKind::Argument);
+  writeVariables(*html_, budget_, kernel.variables(), coverage, VariableKind::Variable);
   writeConditions(kernel);
   writeRegisters(kernel);
   writeBrams(kernel);
   html_->add(part::kernelEnd);
 }
 
-void KernelSection::writeInstances(const Kernel& kernel) {
-  const KernelCoverage coverage(kernel);
+void KernelSection::writeInstances(const Kernel& kernel, const KernelCoverage& coverage) {
   PageTable table(*html_, budget_, instanceList, kernel.instancePaths().size());
   std::uint32_t instance = 0;
   for (const Text& path : kernel.instancePaths()) {

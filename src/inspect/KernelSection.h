@@ -2,6 +2,7 @@
 
 #include "consolidated/Kernel.h"
 #include "inspect/HtmlWriter.h"
+#include "inspect/KernelCoverage.h"
 #include "inspect/PageTable.h"
 #include "inspect/SourceListing.h"
 
@@ -20,7 +21,7 @@ class KernelSection {
   void write(const consolidated::Kernel& kernel, std::uint64_t number);
 
  private:
-  void writeInstances(const consolidated::Kernel& kernel);
+  void writeInstances(const consolidated::Kernel& kernel, const KernelCoverage& coverage);
   void writeConditions(const consolidated::Kernel& kernel);
   void writeRegisters(const consolidated::Kernel& kernel);
   void writeBrams(const consolidated::Kernel& kernel);

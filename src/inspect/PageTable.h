@@ -35,8 +35,8 @@ class RowBudget {
   std::uint64_t left_ = mostRows;
 };
 
-/// Writes a list under its heading: as a table or, where it is long, as folded blocks of lines, whose
-/// cells are separated by tabs. A list without rows is left out.
+/// Writes a list under its heading: as a table or, where it is long, as folded blocks of lines,
+/// whose cells are separated by tabs. A list without rows is left out.
 class PageTable {
  public:
   /// The most lines of a block.

@@ -30,7 +30,10 @@ RegisterOwners::Owner RegisterOwners::of(const HardwareVariable& hardware) {
   Owner owner{withOthers(variables->second.first, variables->second.others), {}};
   const RegisterInstances::Found found = instances_.of(hardware);
   if (!found.instances.empty()) {
-    owner.instance = withOthers(shortened(found.instances[0].path), found.instances.size() - 1);
+    const RegisterInstance& first = found.instances[0];
+    const std::string path = shortened(first.path);
+    const bool isSure = first.belonging == consolidated::Belonging::Certain;
+    owner.instance = withOthers(isSure ? path : "maybe " + path, found.instances.size() - 1);
   }
   return owner;
 }

@@ -20,7 +20,8 @@ void ReportCommand::declare(CLI::App& app) {
                  "Show conditions beside the lines of their source: of the files below this folder "
                  "that the DWARF names")
       ->option_text("DIR");
-  app.footer("The true width of a register is not stored, so bits missing at its top cannot be seen.");
+  app.footer(
+      "The true width of a register is not stored, so bits missing at its top cannot be seen.");
 }
 
 Status ReportCommand::run(Console& console) {

@@ -40,7 +40,7 @@ std::string dwarfOf(const File& file) {
 // Of the pairs of a name and an instance; a gap is no location for a debugger.
 std::string shareLocated(const CoverageCounts& counts) {
   if (counts.total() == 0) return {};
-  return fmt::format("{:.1f} % located without a gap",
+  return fmt::format("{:.1f} % located",
                      100.0 * static_cast<double>(counts[CoverageState::WithoutGap]) /
                          static_cast<double>(counts.total()));
 }
@@ -89,8 +89,7 @@ void ReportPage::writeOverview(HtmlWriter& html) const {
 }
 
 void ReportPage::writeVerdict(HtmlWriter& html) const {
-  html.add(findings_.hasError({}) ? part::verdictUnsound : part::verdictSound,
-           countsOf(findings_));
+  html.add(findings_.hasError({}) ? part::verdictUnsound : part::verdictSound, countsOf(findings_));
 }
 
 void ReportPage::writeFacts(HtmlWriter& html) const {
@@ -128,9 +127,7 @@ void ReportPage::writeInstances(HtmlWriter& html) const {
   html.add(part::sectionEnd);
 }
 
-void ReportPage::writeMap(HtmlWriter& html) const {
-  html.add(part::map).add(part::sectionEnd);
-}
+void ReportPage::writeMap(HtmlWriter& html) const { html.add(part::map).add(part::sectionEnd); }
 
 void ReportPage::writeKernels(HtmlWriter& html, SourceListing& sources) const {
   html.add(part::kernelsBegin);

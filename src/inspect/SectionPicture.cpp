@@ -63,7 +63,8 @@ void forEachPiece(const File& file, Visit visit) {
 }
 
 std::string shareOf(const Piece& piece, std::uint64_t size) {
-  return fmt::format("{:.1f} %", 100.0 * static_cast<double>(piece.size) / static_cast<double>(size));
+  return fmt::format("{:.1f} %",
+                     100.0 * static_cast<double>(piece.size) / static_cast<double>(size));
 }
 
 std::string describe(const Piece& piece) {

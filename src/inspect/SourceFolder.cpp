@@ -72,7 +72,8 @@ std::string SourceFolder::realPathOf(const std::string& path) const {
   return real.starts_with(folder_) ? real : std::string();
 }
 
-// The real path has no link left; one that takes a place in it meanwhile is not followed at its end.
+// The real path has no link left; one that takes a place in it meanwhile is not followed at its
+// end.
 std::optional<std::string> SourceFolder::read(const std::string& realPath) const {
   const int descriptor =
       ::open(realPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | O_NOFOLLOW);

@@ -27,7 +27,8 @@ void SourceListing::write(HtmlWriter& html,
   for (const auto& [path, file] : files) writeFile(html, path, file);
 }
 
-void SourceListing::collect(const BreakableCondition& condition, std::map<std::string, Marked>& files) {
+void SourceListing::collect(const BreakableCondition& condition,
+                            std::map<std::string, Marked>& files) {
   if (condition.kind() != ConditionKind::SourceLine) return;
   const auto path = tables_.pathOf(condition.file().view(), condition.line());
   if (!path) return;
