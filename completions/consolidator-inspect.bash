@@ -27,6 +27,7 @@ _consolidator_inspect_options() {
         find) options+="--format " ;;
         verify) options+="--format --notes --all --strict --require --quiet " ;;
         diff) options+="--format --exact --sections --stat " ;;
+        report) options+="--output --source " ;;
     esac
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
         [[ $word == --kernel ]] || options=${options/ "$word" / }
@@ -38,7 +39,7 @@ _consolidator_inspect_options() {
 _consolidator_inspect_operand() {
     case $1:$2 in
         extract:2) _consolidator_inspect_words "project dwarf json records" ;;
-        show:1 | json:1 | extract:1 | find:1 | diff:[12] | verify:*) _consolidator_inspect_files ;;
+        show:1 | json:1 | extract:1 | find:1 | diff:[12] | verify:* | report:1) _consolidator_inspect_files ;;
     esac
 }
 
@@ -48,7 +49,7 @@ _consolidator_inspect_place() {
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
         case $before:$word in
             *:= | =:* | *:-?*) ;;
-            --format:* | --kernel:* | --require:* | --output:* | -o:*) ;;
+            --format:* | --kernel:* | --require:* | --source:* | --output:* | -o:*) ;;
             *) place=$((place + 1)) ;;
         esac
         before=$word
@@ -67,7 +68,7 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff --help --version"
+        _consolidator_inspect_words "show json extract find verify diff report --help --version"
         return
     fi
     case $previous:$current in
@@ -76,6 +77,10 @@ _consolidator_inspect() {
         --output:* | -o:*)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            ;;
+        --source:*)
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -d -- "$current")
             ;;
         --kernel:* | --strict:) ;;
         *:-*) _consolidator_inspect_options "$command" ;;

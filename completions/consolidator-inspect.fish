@@ -12,12 +12,12 @@ function __consolidator_inspect_next -a command number
     set -l count 1
     for i in (seq 3 (count $words))
         string match -q -- '-*' $words[$i]; and continue
-        contains -- $words[(math $i - 1)] -o --output; or set count (math $count + 1)
+        contains -- $words[(math $i - 1)] -o --output --source; or set count (math $count + 1)
     end
     test $count = $number
 end
 
-set -l commands show json extract find verify diff
+set -l commands show json extract find verify diff report
 complete -c consolidator-inspect -f
 complete -c consolidator-inspect -n __fish_use_subcommand -a show -d 'Show what is in a file'
 complete -c consolidator-inspect -n __fish_use_subcommand -a json -d 'Write what is in a file as strict JSON'
@@ -25,6 +25,7 @@ complete -c consolidator-inspect -n __fish_use_subcommand -a extract -d 'Write t
 complete -c consolidator-inspect -n __fish_use_subcommand -a find -d 'Find a variable, register, kernel or location'
 complete -c consolidator-inspect -n __fish_use_subcommand -a verify -d 'Check whether files are sound'
 complete -c consolidator-inspect -n __fish_use_subcommand -a diff -d 'Tell how two files differ'
+complete -c consolidator-inspect -n __fish_use_subcommand -a report -d 'Write a page that shows what is in a file'
 complete -c consolidator-inspect -n __fish_use_subcommand -l version -d 'Show the version'
 complete -c consolidator-inspect -l help -d 'Show the options'
 complete -c consolidator-inspect -n "__consolidator_inspect_is $commands; and not __consolidator_inspect_next extract 2; and not __consolidator_inspect_next find 2" -k -a '(__fish_complete_suffix .consolidated)'
@@ -41,3 +42,5 @@ complete -c consolidator-inspect -n '__consolidator_inspect_is verify' -l quiet 
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l exact -d 'Compare the texts of conditions'
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l sections -d 'Compare the sections, too'
 complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l stat -d 'Write the summary alone'
+complete -c consolidator-inspect -n '__consolidator_inspect_is report' -s o -l output -r -F -d 'Where to write the page'
+complete -c consolidator-inspect -n '__consolidator_inspect_is report' -l source -x -a '(__fish_complete_directories)' -d 'Show conditions beside the source below a folder'

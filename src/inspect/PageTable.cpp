@@ -21,6 +21,7 @@ PageTable::PageTable(HtmlWriter& html, RowBudget& budget, const PageListKind& ki
 
 PageTable::~PageTable() {
   if (rows_ > 0 && isTable_) html_->add(part::tableEnd);
+  endBlock();
 }
 
 void PageTable::beginRow() {
@@ -39,7 +40,7 @@ void PageTable::endRow() {
     return;
   }
   html_->endLine();
-  if (row_ % blockLines == 0 || row_ == rows_) html_->add(part::blockEnd);
+  if (row_ % blockLines == 0) endBlock();
 }
 
 void PageTable::coverage(const CoverageCounts& counts) {
@@ -88,6 +89,12 @@ void PageTable::separate() {
 void PageTable::beginBlock() {
   html_->add(part::blockBegin, grouped(row_ + 1), grouped(std::min(row_ + blockLines, rows_)),
              kind_->name);
+  isInBlock_ = true;
+}
+
+void PageTable::endBlock() {
+  if (isInBlock_) html_->add(part::blockEnd);
+  isInBlock_ = false;
 }
 
 }  // namespace consolidator::inspect

@@ -93,12 +93,14 @@ class PageTable {
   void endLocations();
   void separate();
   void beginBlock();
+  void endBlock();
 
   HtmlWriter* html_;
   const PageListKind* kind_;
   std::uint64_t rows_;
   std::uint64_t row_ = 0;
   bool isTable_ = false;
+  bool isInBlock_ = false;
   bool isFirstCell_ = true;
 };
 
