@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace consolidator::inspect {
@@ -22,17 +23,16 @@ class SourceFolderTest : public testing::Test {
     outer_.write("below/deep/d.c", "deep\n");
     outer_.write("secret", "secret\n");
     outer_.write("belowed", "no child\n");
+    sources_.emplace(path("below"));
   }
 
   std::string path(const std::string& name) const { return outer_.path(name); }
 
-  const Lines* linesOf(const std::string& name) { return sources_.linesOf(name); }
+  const Lines* linesOf(const std::string& name) { return sources_->linesOf(name); }
 
  private:
   TemporaryFolder outer_;
-
- protected:
-  SourceFolder sources_{outer_.path("below")};
+  std::optional<SourceFolder> sources_;  // opened once the folder is there
 };
 
 TEST_F(SourceFolderTest, ReadsTheLinesOfFilesBelowIt) {

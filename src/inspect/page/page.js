@@ -245,10 +245,10 @@ class Numbers {
 }
 
 const map = (() => {
-  // Told apart by eyes of all kinds, in both themes; the last is that of all other variables.
+  // Told apart by eyes of all kinds, in both themes. They repeat where there are more variables.
   const palettes = {
-    light: ['#0072b2', '#c25e00', '#00795c', '#a8437a', '#3f93c9', '#7a6a00', '#5b3fa8', '#b02a1c', '#7b8694'],
-    dark: ['#56b4e9', '#e69f00', '#2fc095', '#e48fc0', '#9ad0f5', '#f0e442', '#a99af0', '#ff8d75', '#8794a4'],
+    light: ['#0072b2', '#c25e00', '#00795c', '#a8437a', '#3f93c9', '#7a6a00', '#5b3fa8', '#b02a1c'],
+    dark: ['#56b4e9', '#e69f00', '#2fc095', '#e48fc0', '#9ad0f5', '#f0e442', '#a99af0', '#ff8d75'],
   };
   const colourCount = palettes.light.length;
   const dark = matchMedia('(prefers-color-scheme: dark)');
@@ -257,6 +257,7 @@ const map = (() => {
 
   let data = null;
   let view = null;
+  let picture = null; // of all bits, without what is around the current one
   let current = -1;
   let alone = -1;
 
@@ -335,15 +336,15 @@ const map = (() => {
     const variables = new Map();
     for (const owner of found.owners) {
       const key = owner.kernel + '\t' + (owner.variable || owner.name);
-      const variable = variables.get(key) ?? {kernel: owner.kernel, name: owner.variable || owner.name, size: 0, colour: colourCount - 1};
+      const variable = variables.get(key) ?? {kernel: owner.kernel, name: owner.variable || owner.name, size: 0, colour: 0};
       variable.size += owner.size;
       variables.set(key, variable);
       owner.of = variable;
     }
     found.variables = Array.from(variables.values()).filter((variable) => variable.size > 0);
     found.variables.sort((a, b) => b.size - a.size);
-    found.variables.slice(0, colourCount - 1).forEach((variable, i) => {
-      variable.colour = i;
+    found.variables.forEach((variable, i) => {
+      variable.colour = i % colourCount;
     });
     return found;
   };
@@ -367,8 +368,17 @@ const map = (() => {
     y: ((data.rowOf[i] + 0.5 - view.y0) / (view.y1 - view.y0)) * height,
   });
 
-  const drawBits = (context, width, height, ratio) => {
-    const image = context.createImageData(width, height);
+  // How large a bit is drawn, in pixels.
+  const sizeOfBits = (width, height, ratio) => {
+    const least = (data.count > 20000 ? 2 : 5) * ratio;
+    return {
+      wide: Math.round(Math.min(Math.max(width / (view.x1 - view.x0), least), 14 * ratio)),
+      high: Math.round(Math.min(Math.max((0.7 * height) / (view.y1 - view.y0), least), 14 * ratio)),
+    };
+  };
+
+  const drawBits = (width, height, ratio) => {
+    const image = new ImageData(width, height);
     const pixels = new Uint32Array(image.data.buffer);
     const theme = dark.matches ? palettes.dark : palettes.light;
     const colours = theme.map(pixelOf);
@@ -377,9 +387,7 @@ const map = (() => {
     if (rowHeight >= 6 * ratio) {
       for (let y = rowHeight / 2; y < height; y += rowHeight) pixels.fill(faded, Math.floor(y) * width, Math.floor(y) * width + width);
     }
-    const least = (data.count > 20000 ? 2 : 5) * ratio;
-    const wide = Math.round(Math.min(Math.max(width / (view.x1 - view.x0), least), 14 * ratio));
-    const high = Math.round(Math.min(Math.max(0.7 * rowHeight, least), 14 * ratio));
+    const {wide, high} = sizeOfBits(width, height, ratio);
     const fill = (i, pixel) => {
       const {x, y} = placeOf(i, width, height, ratio);
       const left = Math.max(0, Math.round(x - wide / 2));
@@ -396,13 +404,21 @@ const map = (() => {
     for (let i = 0; i < data.count; ++i) {
       if (isShown(i)) fill(i, colours[data.owners[data.ownerOf.values[i]].of.colour]);
     }
-    context.putImageData(image, 0, 0);
-    if (current >= 0) {
-      const {x, y} = placeOf(current, width, height, ratio);
-      context.strokeStyle = dark.matches ? '#ffffff' : '#000000';
-      context.lineWidth = 2 * ratio;
-      context.strokeRect(x - wide / 2 - 3 * ratio, y - high / 2 - 3 * ratio, wide + 6 * ratio, high + 6 * ratio);
-    }
+    return image;
+  };
+
+  // Shows the picture with a frame around the current bit.
+  const frame = () => {
+    if (!picture) return;
+    const ratio = devicePixelRatio || 1;
+    const context = canvas.getContext('2d');
+    context.putImageData(picture, 0, 0);
+    if (current < 0) return;
+    const {x, y} = placeOf(current, canvas.width, canvas.height, ratio);
+    const {wide, high} = sizeOfBits(canvas.width, canvas.height, ratio);
+    context.strokeStyle = dark.matches ? '#ffffff' : '#000000';
+    context.lineWidth = 2 * ratio;
+    context.strokeRect(x - wide / 2 - 3 * ratio, y - high / 2 - 3 * ratio, wide + 6 * ratio, high + 6 * ratio);
   };
 
   const drawAxes = () => {
@@ -430,7 +446,8 @@ const map = (() => {
     if (width === 0 || height === 0) return;
     canvas.width = width;
     canvas.height = height;
-    drawBits(canvas.getContext('2d'), width, height, ratio);
+    picture = drawBits(width, height, ratio);
+    frame();
     drawAxes();
   };
 
@@ -445,7 +462,7 @@ const map = (() => {
     const tip = byId('map-tip');
     tip.hidden = i < 0;
     byId('map-bit').textContent = i < 0 ? '' : sentenceOf(i);
-    draw();
+    frame();
     if (i < 0) return;
     tip.textContent = sentenceOf(i);
     const {x, y} = placeOf(i, canvas.clientWidth, canvas.clientHeight);
@@ -458,9 +475,11 @@ const map = (() => {
     const reach = 14;
     let best = -1;
     let bestDistance = reach * reach;
+    const scaleX = (canvas.clientWidth - 2 * margin) / (view.x1 - view.x0);
+    const scaleY = canvas.clientHeight / (view.y1 - view.y0);
+    const seconds = data.seconds.values;
     for (let i = 0; i < data.count; ++i) {
-      const place = placeOf(i, canvas.clientWidth, canvas.clientHeight);
-      const distance = (place.x - x) ** 2 + (place.y - y) ** 2;
+      const distance = (margin + (seconds[i] + 0.5 - view.x0) * scaleX - x) ** 2 + ((data.rowOf[i] + 0.5 - view.y0) * scaleY - y) ** 2;
       if (distance < bestDistance) {
         best = i;
         bestDistance = distance;
@@ -504,11 +523,13 @@ const map = (() => {
     };
     [view.x0, view.x1] = span(view.x0, view.x1, whole.x0, whole.x1, middle.x, Math.min(16, whole.x1 - whole.x0));
     [view.y0, view.y1] = span(view.y0, view.y1, whole.y0, whole.y1, middle.y, Math.min(4, whole.y1 - whole.y0));
+    draw();
     tell(current);
   };
 
   const showWhole = () => {
     view = wholeView();
+    draw();
     tell(current);
   };
 
@@ -524,7 +545,7 @@ const map = (() => {
   };
 
   const showLegend = () => {
-    const shown = data.variables.slice(0, colourCount - 1);
+    const shown = data.variables.slice(0, colourCount);
     const items = shown.map((variable, i) => {
       const button = make('button');
       button.type = 'button';
@@ -551,7 +572,7 @@ const map = (() => {
     byId('map-legend').replaceChildren(...items);
     const others = data.variables.length - shown.length;
     const notes = [];
-    if (others > 0) notes.push(`${others.toLocaleString('en')} more variables in grey`);
+    if (others > 0) notes.push(`${others.toLocaleString('en')} more variables, whose colours repeat these`);
     if (data.unknown > 0) notes.push(`${data.unknown.toLocaleString('en')} bits at 0:0, which mostly means not known, are left out`);
     byId('map-note').textContent = notes.join('; ');
   };
