@@ -29,6 +29,7 @@ _consolidator_inspect_options() {
         diff) options+="--format --exact --sections --stat " ;;
         coverage) options+="--format --fail-under --baseline " ;;
         explain) options+="--format --strict -- " ;;
+        report) options+="--output --source " ;;
         sql) options+="--output --append " ;;
     esac
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
@@ -41,7 +42,7 @@ _consolidator_inspect_options() {
 _consolidator_inspect_operand() {
     case $1:$2 in
         extract:2) _consolidator_inspect_words "project dwarf json records" ;;
-        show:1 | json:1 | extract:1 | find:1 | diff:[12] | coverage:1 | verify:* | sql:*)
+        show:1 | json:1 | extract:1 | find:1 | diff:[12] | coverage:1 | report:1 | verify:* | sql:*)
             _consolidator_inspect_files ;;
     esac
 }
@@ -61,7 +62,7 @@ _consolidator_inspect_place() {
         case $before:$word in
             *:= | =:* | *:-?*) ;;
             --format:* | --kernel:* | --require:* | --output:* | -o:*) ;;
-            --fail-under:* | --baseline:*) ;;
+            --fail-under:* | --baseline:* | --source:*) ;;
             *) place=$((place + 1)) ;;
         esac
         before=$word
@@ -80,8 +81,8 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff coverage explain sql --help \
-            --version"
+        _consolidator_inspect_words "show json extract find verify diff coverage explain report \
+            sql --help --version"
         return
     fi
     if [[ $command == explain ]]; then
@@ -102,6 +103,10 @@ _consolidator_inspect() {
             ;;
         --strict:*)
             [[ $command != explain ]] || _consolidator_inspect_words nothing
+            ;;
+        --source:*)
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -d -- "$current")
             ;;
         --kernel:*) ;;
         *:-*) _consolidator_inspect_options "$command" ;;

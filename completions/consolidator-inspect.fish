@@ -12,7 +12,7 @@ function __consolidator_inspect_next -a command number
     set -l count 1
     for i in (seq 3 (count $words))
         string match -q -- '-*' $words[$i]; and continue
-        contains -- $words[(math $i - 1)] -o --output; or set count (math $count + 1)
+        contains -- $words[(math $i - 1)] -o --output --source; or set count (math $count + 1)
     end
     test $count = $number
 end
@@ -25,7 +25,7 @@ function __consolidator_inspect_tool
     complete -C "consolidator "(string join -- ' ' (string escape -- $words) (commandline -ct))
 end
 
-set -l commands show json extract find verify diff coverage explain sql
+set -l commands show json extract find verify diff coverage explain report sql
 complete -c consolidator-inspect -f
 complete -c consolidator-inspect -n __fish_use_subcommand -a show -d 'Show what is in a file'
 complete -c consolidator-inspect -n __fish_use_subcommand -a json -d 'Write what is in a file as strict JSON'
@@ -35,6 +35,7 @@ complete -c consolidator-inspect -n __fish_use_subcommand -a verify -d 'Check wh
 complete -c consolidator-inspect -n __fish_use_subcommand -a diff -d 'Tell how two files differ'
 complete -c consolidator-inspect -n __fish_use_subcommand -a coverage -d 'Tell what of a file can be debugged'
 complete -c consolidator-inspect -n __fish_use_subcommand -a explain -d 'Tell what a run of consolidator would do'
+complete -c consolidator-inspect -n __fish_use_subcommand -a report -d 'Write a page that shows what is in a file'
 complete -c consolidator-inspect -n __fish_use_subcommand -a sql -d 'Write what is in files as an SQLite database'
 complete -c consolidator-inspect -n __fish_use_subcommand -l version -d 'Show the version'
 complete -c consolidator-inspect -l help -d 'Show the options'
@@ -56,4 +57,6 @@ complete -c consolidator-inspect -n '__consolidator_inspect_is coverage' -l fail
 complete -c consolidator-inspect -n '__consolidator_inspect_is coverage' -l baseline -r -F -d 'File that had all locations'
 complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -l strict -d 'Status 1 for what is lost'
 complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -a '(__consolidator_inspect_tool)'
+complete -c consolidator-inspect -n '__consolidator_inspect_is report' -s o -l output -r -F -d 'Where to write the page'
+complete -c consolidator-inspect -n '__consolidator_inspect_is report' -l source -x -a '(__fish_complete_directories)' -d 'Show conditions beside the source below a folder'
 complete -c consolidator-inspect -n '__consolidator_inspect_is sql' -l append -d 'Add to a database that is there'

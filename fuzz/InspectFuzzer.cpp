@@ -181,6 +181,26 @@ void requireCovered(const std::string& path, Status status) {
       requireDocument({"coverage", "--format=json", "--baseline", path, path}, nullptr);
   require(same["lost"].Empty(), "nothing is lost since the same file");
   requireText({"coverage", path}, status);
+// Markup comes from the program alone: a file changes which pieces of it there are, never what they
+// are made of.
+void requirePage(const std::string& path, Status status) {
+  const Answer answer = ask({"report", path, "-o", "-"});
+  requireMessages(answer.err);
+  require(answer.status == status, "the status of a page is that of the file");
+  require(answer.out.ends_with("</html>\n"), "a page is written to its end");
+  const std::size_t body = answer.out.find("<body>");
+  const std::size_t script = answer.out.find("<script>", body);
+  std::string_view page(answer.out);
+  page = page.substr(body, script - body);
+  std::size_t open = 0;
+  for (const char c : page) {
+    require(c == '<' ? open == 0 : c != '>' || open == 1, "tags do not nest");
+    open = c == '<' ? 1 : c == '>' ? 0 : open;
+    require(static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t', "texts are plain");
+  }
+  for (const std::string_view begin : {"<script", "<img", "<iframe", "<object"}) {
+    require(page.find(begin) == std::string_view::npos, "nothing in a page is code");
+  }
 }
 
 }  // namespace
@@ -209,5 +229,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   requireVerified(stored.path(), *file);
   requireCompared(stored.path(), bytes, status);
   requireCovered(stored.path(), status);
+  requirePage(stored.path(), status);
   return 0;
 }

@@ -77,31 +77,46 @@ installCheckTools() {
     installMissing "${checkTools[@]}"
 }
 
-# Prints the npm packages that are missing below build/npm, in one line: all of the lock file if it
-# is another than the one by which they were installed.
+# The folders with packages of npm that checks need, and where these are installed below build/.
+npmProjects=(examples/python:npm tests/report:npm-report)
+
+# Prints the npm packages that are missing, in one line: all of a lock file if it is another than the
+# one by which they were installed.
 missingNpmPackages() {
-    cmp --silent examples/python/package-lock.json build/npm/package-lock.json ||
-        sed -n 's/^ *"\([a-z-]*\)": "\([0-9.]*\)",*$/\1@\2/p' examples/python/package.json |
-        paste --serial --delimiters=' '
+    local project missing=()
+    for project in "${npmProjects[@]}"; do
+        cmp --silent "${project%:*}/package-lock.json" "build/${project#*:}/package-lock.json" ||
+            mapfile -t -O ${#missing[@]} missing < <(
+                sed -n 's/^ *"\([a-z-]*\)": "\([0-9.]*\)",*$/\1@\2/p' "${project%:*}/package.json")
+    done
+    echo "${missing[*]-}"
 }
 
-# Installs them from the registry that npm is set up with. Without one, the tests that need them say
-# so.
+# Installs those of a project from the registry that npm is set up with, unless they are there.
+installNpmPackages() {
+    local source=$1 target=build/$2
+    ! cmp --silent "$source/package-lock.json" "$target/package-lock.json" || return 0
+    rm -rf "$target" "$target.new"
+    mkdir -p "$target.new"
+    cp "$source/package.json" "$source/package-lock.json" "$target.new"
+    if npm ci --prefix "$target.new" --ignore-scripts --no-audit --no-fund; then
+        mv "$target.new" "$target"
+    else
+        echo "npm cannot install them" >&2
+    fi
+}
+
+# Installs the packages of npm that are missing. Without a registry, the tests that need them say so.
 installMissingNpmPackages() {
-    local missing
+    local missing project
     missing=$(missingNpmPackages)
     if [[ -z $missing ]]; then
         return
     fi
     step "Installing $missing"
-    rm -rf build/npm build/npm.new
-    mkdir -p build/npm.new
-    cp examples/python/package.json examples/python/package-lock.json build/npm.new
-    if npm ci --prefix build/npm.new --ignore-scripts --no-audit --no-fund; then
-        mv build/npm.new build/npm
-    else
-        echo "npm cannot install them" >&2
-    fi
+    for project in "${npmProjects[@]}"; do
+        installNpmPackages "${project%:*}" "${project#*:}"
+    done
 }
 
 # Configures a preset; further arguments go to cmake.

@@ -1,6 +1,6 @@
 #include "inspect/ExtractCommand.h"
 
-#include "inspect/OutputFile.h"
+#include "inspect/CommandOutput.h"
 #include "inspect/PlainText.h"
 
 #include <CLI/CLI.hpp>
@@ -8,9 +8,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <string_view>
-#include <system_error>
 
 namespace consolidator::inspect {
 
@@ -84,20 +82,9 @@ Status ExtractCommand::run(Console& console) {
 
 Status ExtractCommand::write(Console& console, const ConsolidatedInput& input,
                              std::string_view bytes) const {
-  const bool isComplete = input.file().complete();
-  if (output_ == "-") {
-    console.out.write(bytes);
-    return statusOf(console, input, isComplete);
-  }
-  OutputFile output(output_);
+  CommandOutput output(console, output_);
   output.sink().write(bytes);
-  const Status status = statusOf(console, input, isComplete);
-  if (input.wasCut() || output.finish()) return status;
-  if (output.error() != EPIPE) {
-    console.messages.say(
-        fmt::format("{}: {}", plain(output_), std::generic_category().message(output.error())));
-  }
-  return Status::Unasked;
+  return output.finish(statusOf(console, input, input.file().complete()), input);
 }
 
 }  // namespace consolidator::inspect

@@ -16,4 +16,12 @@ void Findings::add(const Finding& finding) {
   listed.insert(std::upper_bound(listed.begin(), listed.end(), finding, isBefore), finding);
 }
 
+bool Findings::hasError(const SeverityRules& severities) const {
+  for (std::size_t i = 0; i < findingCodeCount; ++i) {
+    const auto code = static_cast<FindingCode>(i);
+    if (count(code) > 0 && severities(code) == Severity::Error) return true;
+  }
+  return false;
+}
+
 }  // namespace consolidator::inspect

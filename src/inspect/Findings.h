@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inspect/Finding.h"
+#include "inspect/SeverityRules.h"
 
 #include <array>
 #include <cstddef>
@@ -19,6 +20,9 @@ class Findings : public FindingSink {
   void add(const Finding& finding) override;
 
   std::uint64_t count(FindingCode code) const { return of(code).count; }
+
+  /// Whether there is an error.
+  bool hasError(const SeverityRules& severities) const;
 
   /// What was kept of a code, by offset; where these are equal, in the order in which they came.
   const std::vector<Finding>& list(FindingCode code) const { return of(code).list; }

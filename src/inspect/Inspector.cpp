@@ -8,6 +8,7 @@
 #include "inspect/FindCommand.h"
 #include "inspect/JsonCommand.h"
 #include "inspect/PlainText.h"
+#include "inspect/ReportCommand.h"
 #include "inspect/RunCommand.h"
 #include "inspect/ShowCommand.h"
 #include "inspect/SqlCommand.h"
@@ -51,6 +52,7 @@ constexpr std::array commands = {
     CommandEntry{"coverage", "tell what of a file can be debugged", make<CoverageCommand>},
     CommandEntry{"explain", "say what a run of consolidator would do", make<ExplainCommand>},
     CommandEntry{"run", "run consolidator so that nothing is lost", make<RunCommand>},
+    CommandEntry{"report", "write a page that shows what is in a file", make<ReportCommand>},
     CommandEntry{"sql", "write what is in files as an SQLite database", make<SqlCommand>},
 };
 

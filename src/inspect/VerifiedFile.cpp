@@ -61,11 +61,7 @@ Verdict VerifiedFile::verdict(const SeverityRules& severities) const {
                   [this](FindingCode code) { return count(code) > 0; })) {
     return Verdict::Unreadable;
   }
-  for (std::size_t i = 0; i < findingCodeCount; ++i) {
-    const auto code = static_cast<FindingCode>(i);
-    if (count(code) > 0 && severities(code) == Severity::Error) return Verdict::Unsound;
-  }
-  return Verdict::Sound;
+  return findings_.hasError(severities) ? Verdict::Unsound : Verdict::Sound;
 }
 
 bool VerifiedFile::wasCut() const { return input_ && input_->wasCut(); }

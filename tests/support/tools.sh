@@ -40,6 +40,15 @@ makeGdb() {
     chmod +x "$1/bin/gdb"
 }
 
+# Ends a test that lacks a browser or what it takes to drive one from Python; $python is the
+# interpreter that has the module.
+needBrowser() {
+    # shellcheck disable=SC2034  # for the test
+    python=/usr/bin/python3 # that of Debian, which has Debian's modules
+    need chromium chromedriver "$python"
+    "$python" -c 'import selenium' 2>/dev/null || need python3-selenium
+}
+
 # A new folder that is gone when the test ends.
 temporaryFolder() {
     folder=$(mktemp --directory)
