@@ -107,7 +107,9 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
   const std::optional<std::uint32_t> index = bit->index();
   if (!index) return ignore("a bit index of 268435456 or more", line);
   if (observer_ != nullptr && !bit->hasPlainIndex()) ignore("a bit index that is no number", line);
-  if (observer_ != nullptr) observeBit(registers.find(bit->net()), *index, location, line);
+  if (observer_ != nullptr && !observeBit(registers.find(bit->net()), *index, location, line)) {
+    return;
+  }
   if (sharedNets.set(bit->net(), *index, location)) return;
   const RegisterIndex::Found found = registers.find(bit->net());
   if (found.kernels.size() > 1) {
@@ -118,22 +120,23 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
   }
 }
 
-// Where the file was read before, the known locations are those of the whole file: only a variable
-// that is new can tell of a line before.
-void LLFile::observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
+// Returns whether anybody knows the register. Where the file was read before, the known locations
+// are those of the whole file: only a variable that is new can tell of a line before.
+bool LLFile::observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
                         const LogicLocation& location, std::string_view line) {
-  if (hasWideAddress(line)) ignore("the digits of an address beyond 32 bits", line);
   observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
-  if (found.kernels.empty()) return;
+  if (found.kernels.empty()) return false;
+  if (hasWideAddress(line)) ignore("the digits of an address beyond 32 bits", line);
   const std::uint32_t owner = found.kernels.front();
   HardwareVariableList& variables = kernels_[owner].hardwareVariables;
   const HardwareVariable* const variable = variables.find(found.hardwareName);
-  if (variable == nullptr || variable < &variables[0] + knownBefore_[owner]) return;
-  if (bit >= variable->logicLocations.size()) return;
+  if (variable == nullptr || variable < &variables[0] + knownBefore_[owner]) return true;
+  if (bit >= variable->logicLocations.size()) return true;
   const LogicLocation& before = variable->logicLocations[bit];
   if (before != LogicLocation() && before != location) {
     ignore("an earlier location of the bit, which the line replaces", line);
   }
+  return true;
 }
 
 void LLFile::observeOther(std::string_view line) {

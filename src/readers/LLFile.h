@@ -44,7 +44,7 @@ class LLFile : public InputFile {
 
  private:
   void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
-  void observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
+  bool observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
                   const LogicLocation& location, std::string_view line);
   void observeOther(std::string_view line);
 
