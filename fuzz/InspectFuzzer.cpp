@@ -181,6 +181,8 @@ void requireCovered(const std::string& path, Status status) {
       requireDocument({"coverage", "--format=json", "--baseline", path, path}, nullptr);
   require(same["lost"].Empty(), "nothing is lost since the same file");
   requireText({"coverage", path}, status);
+}
+
 // Markup comes from the program alone: a file changes which pieces of it there are, never what they
 // are made of.
 void requirePage(const std::string& path, Status status) {

@@ -29,7 +29,7 @@ class OutputFile {
 
   /// The name of the file beside the place, for those who do not write to the sink; empty where the
   /// file is written at once, or after an error.
-  const std::string& besidePath() const { return beside_; }
+  std::string besidePath() const { return beside_ ? beside_->path() : std::string(); }
 
   /// Ends the file. Returns whether all of it was written and stands in its place.
   bool finish();

@@ -94,10 +94,7 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
   if (!readLocation(fields, address, location)) return observeOther(line);
   const std::optional<NetBit> bit = readNet(fields);
   const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
-  if (observer_ != nullptr) {
-    observeBit(line, bit, index, location, registers);
-    if (address != location.first) ignore("the digits of an address beyond 32 bits", line);
-  }
+  if (observer_ != nullptr && !observeBit(line, bit, index, address, location, registers)) return;
   if (!index || sharedNets.set(bit->net(), *index, location)) return;
   const RegisterIndex::Found found = registers.find(bit->net());
   if (found.kernels.size() > 1) {
@@ -112,18 +109,24 @@ void LLFile::observeComment(std::string_view line) {
   if (line.starts_with("Bit")) ignore("a bit on a line with \"Revision\"", line);
 }
 
-void LLFile::observeBit(std::string_view line, const std::optional<NetBit>& bit,
-                        std::optional<std::uint32_t> index, const LogicLocation& location,
-                        RegisterIndex& registers) {
+// Returns whether anybody knows the register.
+bool LLFile::observeBit(std::string_view line, const std::optional<NetBit>& bit,
+                        std::optional<std::uint32_t> index, std::uint64_t address,
+                        const LogicLocation& location, RegisterIndex& registers) {
   observeEnd(line);
-  if (!bit) return ignore("a bit without a net", line);
-  if (!index) return ignore("a bit index of 268435456 or more", line);
+  if (!index) {
+    ignore(bit ? "a bit index of 268435456 or more" : "a bit without a net", line);
+    return false;
+  }
   if (!bit->hasPlainIndex()) ignore("a bit index that is no number", line);
   const RegisterIndex::Found found = registers.find(bit->net());
   observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
-  if (!found.kernels.empty() && replaces(found, *index, location)) {
+  if (found.kernels.empty()) return false;
+  if (address != location.first) ignore("the digits of an address beyond 32 bits", line);
+  if (replaces(found, *index, location)) {
     ignore("an earlier location of the bit, which the line replaces", line);
   }
+  return true;
 }
 
 // Whether a location differs from that of an earlier line. Where the file was read before, the

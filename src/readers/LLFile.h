@@ -46,9 +46,9 @@ class LLFile : public InputFile {
 
  private:
   void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
-  void observeBit(std::string_view line, const std::optional<NetBit>& bit,
-                  std::optional<std::uint32_t> index, const LogicLocation& location,
-                  RegisterIndex& registers);
+  bool observeBit(std::string_view line, const std::optional<NetBit>& bit,
+                  std::optional<std::uint32_t> index, std::uint64_t address,
+                  const LogicLocation& location, RegisterIndex& registers);
   bool replaces(const RegisterIndex::Found& found, std::uint32_t bit,
                 const LogicLocation& location);
   void observeComment(std::string_view line);
