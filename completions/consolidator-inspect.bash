@@ -28,6 +28,7 @@ _consolidator_inspect_options() {
         verify) options+="--format --notes --all --strict --require --quiet " ;;
         diff) options+="--format --exact --sections --stat " ;;
         explain) options+="--format --strict -- " ;;
+        run) options+="--format --allow --keep-if-equal --quiet -- " ;;
     esac
     for word in "${COMP_WORDS[@]:2:COMP_CWORD-2}"; do
         [[ $word == --kernel ]] || options=${options/ "$word" / }
@@ -76,10 +77,10 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff explain --help --version"
+        _consolidator_inspect_words "show json extract find verify diff explain run --help --version"
         return
     fi
-    if [[ $command == explain ]]; then
+    if [[ $command == explain || $command == run ]]; then
         for ((i = 2; i < COMP_CWORD; ++i)); do
             [[ ${COMP_WORDS[i]} == -- ]] || continue
             _consolidator_inspect_tool $((i + 1))
@@ -96,6 +97,7 @@ _consolidator_inspect() {
         --strict:*)
             [[ $command != explain ]] || _consolidator_inspect_words nothing
             ;;
+        --allow:*) _consolidator_inspect_words "skipped refused damaged dwarf-differs locations-differ condition-decays condition-removed duplicate-condition" ;;
         --kernel:*) ;;
         *:-*) _consolidator_inspect_options "$command" ;;
         *) _consolidator_inspect_operand "$command" "$(_consolidator_inspect_place)" ;;
