@@ -29,6 +29,7 @@ _consolidator_inspect_options() {
         diff) options+="--format --exact --sections --stat " ;;
         coverage) options+="--format --fail-under --baseline " ;;
         explain) options+="--format --strict -- " ;;
+        run) options+="--format --allow --keep-if-equal --quiet -- " ;;
         report) options+="--output --source " ;;
         sql) options+="--output --append " ;;
     esac
@@ -81,11 +82,11 @@ _consolidator_inspect() {
     fi
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        _consolidator_inspect_words "show json extract find verify diff coverage explain report \
+        _consolidator_inspect_words "show json extract find verify diff coverage explain run report \
             sql --help --version"
         return
     fi
-    if [[ $command == explain ]]; then
+    if [[ $command == explain || $command == run ]]; then
         for ((i = 2; i < COMP_CWORD; ++i)); do
             [[ ${COMP_WORDS[i]} == -- ]] || continue
             _consolidator_inspect_tool $((i + 1))
@@ -103,6 +104,10 @@ _consolidator_inspect() {
             ;;
         --strict:*)
             [[ $command != explain ]] || _consolidator_inspect_words nothing
+            ;;
+        --allow:*)
+            _consolidator_inspect_words "skipped refused damaged dwarf-differs locations-differ \
+                condition-decays condition-removed duplicate-condition"
             ;;
         --source:*)
             compopt -o filenames 2>/dev/null

@@ -15,11 +15,9 @@ namespace consolidator::inspect {
 
 namespace {
 
-const CLI::Validator allowable(
-    [](const std::string& code) {
-      return isAllowable(code) ? std::string() : fmt::format("there is no code \"{}\"", code);
-    },
-    "");
+std::string checkCode(const std::string& code) {
+  return isAllowable(code) ? std::string() : fmt::format("there is no code \"{}\"", code);
+}
 
 // Calls `take` for each line of a text of the tool, made plain.
 template <typename Take>
@@ -41,7 +39,7 @@ void RunCommand::declare(CLI::App& app) {
       ->option_text("CODE,...")
       ->delimiter(',')
       ->allow_extra_args(false)
-      ->check(allowable);
+      ->check(checkCode, "");
   app.add_flag("--keep-if-equal", rules_.keepsEqual,
                "Leave the file and its time alone where \"diff\" would call the result equal");
   app.add_flag("--quiet", isQuiet_, "Print no summary");

@@ -65,12 +65,12 @@ bool SafeRun::refuses() {
     refuse("usage", file() + ": the dump would empty the file that it is to read");
     return true;
   }
-  for (const NamedInput& input : line_.inputs()) {
-    if (!isSameFile(input.path, file())) continue;
-    refuse("usage", input.path + ": is the consolidated file itself, which is no input of its own");
-    return true;
-  }
-  return false;
+  const auto inputs = line_.inputs();
+  const auto itself = std::ranges::find_if(
+      inputs, [&](const NamedInput& input) { return isSameFile(input.path, file()); });
+  if (itself == inputs.end()) return false;
+  refuse("usage", itself->path + ": is the consolidated file itself, which is no input of its own");
+  return true;
 }
 
 void SafeRun::save() {

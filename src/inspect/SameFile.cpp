@@ -11,7 +11,7 @@ namespace consolidator::inspect {
 
 namespace {
 
-bool isSame(const struct stat& a, const struct stat& b) {
+bool isSameInode(const struct stat& a, const struct stat& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
@@ -29,7 +29,7 @@ bool isSameFile(const std::string& path, int descriptor) {
   struct stat open {};
 
   return ::stat(path.c_str(), &named) == 0 && ::fstat(descriptor, &open) == 0 &&
-         isSame(named, open);
+         isSameInode(named, open);
 }
 
 bool isSameFile(const std::string& a, const std::string& b) {
@@ -39,7 +39,7 @@ bool isSameFile(const std::string& a, const std::string& b) {
 
   const bool isFirst = ::stat(a.c_str(), &first) == 0;
   const bool isSecond = ::stat(b.c_str(), &second) == 0;
-  if (isFirst || isSecond) return isFirst && isSecond && isSame(first, second);
+  if (isFirst || isSecond) return isFirst && isSecond && isSameInode(first, second);
   const std::string place = canonicalPlace(a);
   return !a.empty() && !b.empty() && !place.empty() && place == canonicalPlace(b);
 }

@@ -15,7 +15,8 @@ import samples
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
-# The schema of a document and the words that make one: FILE and OTHER stand for two files.
+# The schema of a document and the words that make one: FILE and OTHER stand for two files, NEW for
+# one that is not there at first.
 DOCUMENTS = [
     ("consolidator-inspect-1", ["json", "FILE"]),
     ("consolidator-inspect-1", ["json", "--pretty", "FILE"]),
@@ -37,10 +38,15 @@ DOCUMENTS = [
     ("consolidator-explain-1", ["explain", "--format", "json", "--strict", "--", "-c", "-f", "FILE",
                                 "-h", "first-link.hierarchy", "-k", "vadd.xml", "-l", "design.ll"]),
     ("consolidator-explain-1", ["explain", "--format", "json", "FILE"]),
+    ("consolidator-run-1", ["run", "--format", "json", "--", "-f", "FILE", "-k", "OTHER"]),
+    ("consolidator-run-1", ["run", "--format", "json", "--", "-c", "-f", "NEW", "-h",
+                            "first-link.hierarchy", "-k", "vadd.xml", "-l", "design.ll"]),
+    ("consolidator-run-1", ["run", "--format", "json", "--", "-f", "/dev/null", "-k", "vadd.xml"]),
+    ("consolidator-run-1", ["run", "--format", "json", "FILE"]),
 ]
 
 # Their documents have no error for one file.
-OF_SEVERAL_FILES = ("consolidator-verify-1", "consolidator-explain-1")
+OF_SEVERAL_FILES = ("consolidator-verify-1", "consolidator-explain-1", "consolidator-run-1")
 
 # A file that cannot be read is no error to a command of several files, but an entry.
 COMMON_CODES = (None, "usage")
@@ -97,7 +103,8 @@ def check_documents(inspect, validators, files):
     shown = set()
     for schema, words in DOCUMENTS:
         for number, file in enumerate(files):
-            names = {"FILE": str(file), "OTHER": str(files[number - 1])}
+            names = {"FILE": str(file), "OTHER": str(files[number - 1]),
+                     "NEW": str(file) + ".new"}
             arguments = [names.get(word, word) for word in words]
             run = subprocess.run([inspect, *arguments], capture_output=True, check=False,
                                  cwd=ROOT / "examples")

@@ -20,7 +20,7 @@
 namespace consolidator::inspect {
 namespace {
 
-using Lines = std::vector<std::string>;
+using TextLines = std::vector<std::string>;
 
 constexpr ComparisonOptions strictest{ConditionMatch::Exact, true};
 
@@ -37,7 +37,7 @@ void expectEqualToItself(const std::string& file) {
   const Compared found = compared(file, withTrailingByte(file), strictest);
   if (found.result.isComplete()) {
     EXPECT_TRUE(found.result.isEqual);
-    EXPECT_EQ(found.changes, Lines());
+    EXPECT_EQ(found.changes, TextLines());
   }
 }
 
@@ -72,7 +72,7 @@ TEST(FileComparisonLimitsTest, FindsRandomKernelsEqualToThemselves) {
   }
 }
 
-std::size_t countOf(const Lines& lines, std::string_view end) {
+std::size_t countOf(const TextLines& lines, std::string_view end) {
   return static_cast<std::size_t>(std::count_if(
       lines.begin(), lines.end(), [&](const std::string& line) { return line.ends_with(end); }));
 }

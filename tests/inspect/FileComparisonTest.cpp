@@ -12,7 +12,7 @@
 namespace consolidator::inspect {
 namespace {
 
-using Lines = std::vector<std::string>;
+using TextLines = std::vector<std::string>;
 
 constexpr ComparisonOptions exact{ConditionMatch::Exact, false};
 constexpr ComparisonOptions withSections{ConditionMatch::NormalForm, true};
@@ -44,7 +44,7 @@ KernelRecord fullKernel() {
 using Edit = std::function<void(KernelRecord&)>;
 
 // The changes from a full kernel to one that is edited.
-Lines changesBy(const Edit& edit, const ComparisonOptions& options = {}) {
+TextLines changesBy(const Edit& edit, const ComparisonOptions& options = {}) {
   KernelRecord edited = fullKernel();
   edit(edited);
   const Compared found = compared(fileOf({fullKernel()}), fileOf({edited}), options);
@@ -65,53 +65,55 @@ void removeFirst(List& list) {
 TEST(FileComparisonTest, FindsNothingInEqualRecords) {
   const std::string file = fileOf({fullKernel()});
   const Compared found = compared(file, withTrailingByte(file));
-  EXPECT_EQ(found.changes, Lines());
+  EXPECT_EQ(found.changes, TextLines());
   EXPECT_TRUE(found.result.isEqual);
   EXPECT_TRUE(found.result.isComplete());
 }
 
 TEST(FileComparisonTest, FindsInstancePaths) {
   EXPECT_EQ(changesBy([](auto& k) { k.addInstancePath("/t/k_3"); }),
-            Lines{"k: instance_path /t/k_3 added"});
+            TextLines{"k: instance_path /t/k_3 added"});
   EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.instancePaths); }),
-            Lines{"k: instance_path /t/k_1 removed"});
+            TextLines{"k: instance_path /t/k_1 removed"});
   EXPECT_EQ(changesBy([](auto& k) { swapFirstTwo(k.instancePaths); }),
-            Lines{"k: order instance_paths changed"});
+            TextLines{"k: order instance_paths changed"});
 }
 
 TEST(FileComparisonTest, FindsTheType) {
-  EXPECT_EQ(changesBy([](auto& k) { k.type = KernelType::C; }), Lines{"k: type changed"});
+  EXPECT_EQ(changesBy([](auto& k) { k.type = KernelType::C; }), TextLines{"k: type changed"});
   EXPECT_EQ(changesBy([](auto& k) { k.type = static_cast<KernelType>(9); }),
-            Lines{"k: type changed"});
+            TextLines{"k: type changed"});
 }
 
 TEST(FileComparisonTest, FindsArguments) {
   EXPECT_EQ(changesBy([](auto& k) { k.addArgument("c", "c_r", "int"); }),
-            Lines{"k: argument c added"});
-  EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.arguments); }), Lines{"k: argument a removed"});
+            TextLines{"k: argument c added"});
+  EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.arguments); }),
+            TextLines{"k: argument a removed"});
   EXPECT_EQ(changesBy([](auto& k) { swapFirstTwo(k.arguments); }),
-            Lines{"k: order arguments changed"});
+            TextLines{"k: order arguments changed"});
   const auto edit = [](auto change) {
     return [change](auto& k) { k.arguments.edit([&](auto& items) { change(items[1]); }); };
   };
   EXPECT_EQ(changesBy(edit([](auto& argument) { argument.second = "other"; })),
-            Lines{"k: argument b changed"});
+            TextLines{"k: argument b changed"});
   EXPECT_EQ(changesBy(edit([](auto& argument) { argument.cType = "char"; })),
-            Lines{"k: argument b changed"});
+            TextLines{"k: argument b changed"});
   EXPECT_EQ(changesBy(edit([](auto& argument) { argument.instanceBits.push_back({}); })),
-            Lines{"k: argument b changed"});
+            TextLines{"k: argument b changed"});
 }
 
 TEST(FileComparisonTest, FindsVariables) {
   EXPECT_EQ(changesBy([](auto& k) { k.addVariable("v", "v_r", "int"); }),
-            Lines{"k: variable v added"});
-  EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.variables); }), Lines{"k: variable i removed"});
+            TextLines{"k: variable v added"});
+  EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.variables); }),
+            TextLines{"k: variable i removed"});
   EXPECT_EQ(changesBy([](auto& k) { swapFirstTwo(k.variables); }),
-            Lines{"k: order variables changed"});
+            TextLines{"k: order variables changed"});
   EXPECT_EQ(changesBy([](auto& k) {
               k.variables.edit([](auto& items) { items[0].instanceBits = {{{1, 2}}}; });
             }),
-            Lines{"k: variable i changed"});
+            TextLines{"k: variable i changed"});
 }
 
 TEST(FileComparisonTest, FindsOtherInstanceBits) {
@@ -120,48 +122,50 @@ TEST(FileComparisonTest, FindsOtherInstanceBits) {
   before.variables.edit([](auto& items) { items[0].instanceBits = {{{1, 2}, {3, 4}}, {}}; });
   KernelRecord after = before;
   after.variables.edit([](auto& items) { items[0].instanceBits[0][1].second = 5; });
-  EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes, Lines{"k: variable v changed"});
+  EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes,
+            TextLines{"k: variable v changed"});
   after = before;
   after.variables.edit([](auto& items) { items[0].instanceBits[1].push_back({0, 0}); });
-  EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes, Lines{"k: variable v changed"});
+  EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes,
+            TextLines{"k: variable v changed"});
 }
 
 TEST(FileComparisonTest, FindsHardwareVariables) {
   EXPECT_EQ(changesBy([](auto& k) { k.setLogicLocation("/t/k_2/i_r", 0, 1, 1); }),
-            Lines{"k: hardware_variable /t/k_2/i_r added"});
+            TextLines{"k: hardware_variable /t/k_2/i_r added"});
   EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.hardwareVariables); }),
-            Lines{"k: hardware_variable /t/k_1/i_r removed"});
+            TextLines{"k: hardware_variable /t/k_1/i_r removed"});
   EXPECT_EQ(changesBy([](auto& k) { swapFirstTwo(k.hardwareVariables); }),
-            Lines{"k: order hardware_variables changed"});
+            TextLines{"k: order hardware_variables changed"});
   EXPECT_EQ(changesBy([](auto& k) { k.setLogicLocation("/t/k_1/i_r", 0, 0, 1); }),
-            Lines{"k: hardware_variable /t/k_1/i_r changed"});
+            TextLines{"k: hardware_variable /t/k_1/i_r changed"});
   EXPECT_EQ(changesBy([](auto& k) { k.setLogicLocation("/t/k_1/i_r", 2, 0, 0); }),
-            Lines{"k: hardware_variable /t/k_1/i_r changed"});
+            TextLines{"k: hardware_variable /t/k_1/i_r changed"});
 }
 
 TEST(FileComparisonTest, FindsBrams) {
-  EXPECT_EQ(changesBy([](auto& k) { k.addBRAM("ram_1"); }), Lines{"k: bram ram_1 added"});
+  EXPECT_EQ(changesBy([](auto& k) { k.addBRAM("ram_1"); }), TextLines{"k: bram ram_1 added"});
   EXPECT_EQ(changesBy([](auto& k) { k.brams.erase(k.brams.begin()); }),
-            Lines{"k: bram ram_1 removed"});
+            TextLines{"k: bram ram_1 removed"});
   EXPECT_EQ(changesBy([](auto& k) { std::swap(k.brams[0], k.brams[1]); }),
-            Lines{"k: order brams changed"});
+            TextLines{"k: order brams changed"});
 }
 
 TEST(FileComparisonTest, FindsKernels) {
   const std::string both = fileOf({named("a"), named("b")});
-  EXPECT_EQ(compared(fileOf({named("a")}), both).changes, Lines{"b: kernel b added"});
-  EXPECT_EQ(compared(fileOf({named("b")}), both).changes, Lines{"a: kernel a added"});
-  EXPECT_EQ(compared(both, fileOf({named("a")})).changes, Lines{"b: kernel b removed"});
-  EXPECT_EQ(compared(both, fileOf({named("b")})).changes, Lines{"a: kernel a removed"});
+  EXPECT_EQ(compared(fileOf({named("a")}), both).changes, TextLines{"b: kernel b added"});
+  EXPECT_EQ(compared(fileOf({named("b")}), both).changes, TextLines{"a: kernel a added"});
+  EXPECT_EQ(compared(both, fileOf({named("a")})).changes, TextLines{"b: kernel b removed"});
+  EXPECT_EQ(compared(both, fileOf({named("b")})).changes, TextLines{"a: kernel a removed"});
   EXPECT_EQ(compared(both, fileOf({named("b"), named("a")})).changes,
-            Lines{"order kernels changed"});
+            TextLines{"order kernels changed"});
 }
 
 TEST(FileComparisonTest, ComparesKernelsThatAreNotWhereTheyWere) {
   KernelRecord changed = named("b");
   changed.type = KernelType::C;
   EXPECT_EQ(compared(fileOf({named("a"), named("b")}), fileOf({changed, named("c")})).changes,
-            (Lines{"a: kernel a removed", "b: type changed", "c: kernel c added"}));
+            (TextLines{"a: kernel a removed", "b: type changed", "c: kernel c added"}));
 }
 
 TEST(FileComparisonTest, MatchesTheNthOfANameWithTheNth) {
@@ -171,16 +175,17 @@ TEST(FileComparisonTest, MatchesTheNthOfANameWithTheNth) {
   changed.type = KernelType::RTL;
   EXPECT_EQ(
       compared(fileOf({named("k"), second}), fileOf({named("x"), named("k"), changed})).changes,
-      (Lines{"k: type changed", "x: kernel x added"}));
+      (TextLines{"k: type changed", "x: kernel x added"}));
 }
 
 TEST(FileComparisonTest, ReportsAnOrderOnceWhateverElseChanges) {
-  EXPECT_EQ(changesBy([](auto& k) {
-              swapFirstTwo(k.arguments);
-              k.arguments.edit([](auto& items) { items[0].cType = "char"; });
-              k.addArgument("c", "", "");
-            }),
-            (Lines{"k: argument b changed", "k: argument c added", "k: order arguments changed"}));
+  EXPECT_EQ(
+      changesBy([](auto& k) {
+        swapFirstTwo(k.arguments);
+        k.arguments.edit([](auto& items) { items[0].cType = "char"; });
+        k.addArgument("c", "", "");
+      }),
+      (TextLines{"k: argument b changed", "k: argument c added", "k: order arguments changed"}));
 }
 
 TEST(FileComparisonTest, FindsTheProject) {
@@ -189,47 +194,48 @@ TEST(FileComparisonTest, FindsTheProject) {
     for (const std::string& name : names) sections.push_back({SectionKind::ProjectName, name});
     return container(sections);
   };
-  EXPECT_EQ(compared(file({}), file({""})).changes, Lines{"project added"});
-  EXPECT_EQ(compared(file({"p"}), file({})).changes, Lines{"project removed"});
-  EXPECT_EQ(compared(file({"p"}), file({"q"})).changes, Lines{"project changed"});
-  EXPECT_EQ(compared(file({"q"}), file({"p", "q"})).changes, Lines());
+  EXPECT_EQ(compared(file({}), file({""})).changes, TextLines{"project added"});
+  EXPECT_EQ(compared(file({"p"}), file({})).changes, TextLines{"project removed"});
+  EXPECT_EQ(compared(file({"p"}), file({"q"})).changes, TextLines{"project changed"});
+  EXPECT_EQ(compared(file({"q"}), file({"p", "q"})).changes, TextLines());
 }
 
 TEST(FileComparisonTest, FindsTheDwarf) {
   const auto file = [](const std::string& bytes) {
     return container({{SectionKind::Dwarf, bytes}});
   };
-  EXPECT_EQ(compared(header(0), file("ELF")).changes, Lines{"dwarf added"});
-  EXPECT_EQ(compared(file("ELF"), header(0)).changes, Lines{"dwarf removed"});
-  EXPECT_EQ(compared(file("ELF"), file("ELf")).changes, Lines{"dwarf changed"});
-  EXPECT_EQ(compared(file("ELF"), file("ELFF")).changes, Lines{"dwarf changed"});
-  EXPECT_EQ(compared(file("ELF"), withTrailingByte(file("ELF"))).changes, Lines());
+  EXPECT_EQ(compared(header(0), file("ELF")).changes, TextLines{"dwarf added"});
+  EXPECT_EQ(compared(file("ELF"), header(0)).changes, TextLines{"dwarf removed"});
+  EXPECT_EQ(compared(file("ELF"), file("ELf")).changes, TextLines{"dwarf changed"});
+  EXPECT_EQ(compared(file("ELF"), file("ELFF")).changes, TextLines{"dwarf changed"});
+  EXPECT_EQ(compared(file("ELF"), withTrailingByte(file("ELF"))).changes, TextLines());
 }
 
 TEST(FileComparisonTest, FindsSectionsWhereAsked) {
   const auto file = [](const std::string& json) {
     return container({{SectionKind::Json, json}, {SectionKind::ProjectName, "p"}});
   };
-  EXPECT_EQ(compared(file("one"), file("two")).changes, Lines());
+  EXPECT_EQ(compared(file("one"), file("two")).changes, TextLines());
   EXPECT_EQ(compared(file("one"), file("two"), withSections).changes,
-            Lines{"section json changed"});
+            TextLines{"section json changed"});
   EXPECT_EQ(compared(file("one"), file("three"), withSections).changes,
-            (Lines{"section json changed", "section project_name changed"}));
-  EXPECT_EQ(compared(file("one"), withTrailingByte(file("one")), withSections).changes, Lines());
+            (TextLines{"section json changed", "section project_name changed"}));
+  EXPECT_EQ(compared(file("one"), withTrailingByte(file("one")), withSections).changes,
+            TextLines());
   EXPECT_EQ(compared(header(0), file("x"), withSections).changes,
-            (Lines{"project added", "section json added", "section project_name added"}));
+            (TextLines{"project added", "section json added", "section project_name added"}));
   EXPECT_EQ(
       compared(container({{SectionKind::Json, ""}, {SectionKind::ProjectName, ""}}),
                container({{SectionKind::ProjectName, ""}, {SectionKind::Json, ""}}), withSections)
           .changes,
-      Lines{"order sections changed"});
+      TextLines{"order sections changed"});
 }
 
 TEST(FileComparisonTest, MatchesConditionsByTheirNormalForm) {
   const Edit swap = [](KernelRecord& k) { k.prepareBreakableConditions(); };
-  EXPECT_EQ(changesBy(swap), Lines());
-  EXPECT_EQ(changesBy(swap, exact), (Lines{"k: breakable_condition == 1'b1 $i/bq_start changed",
-                                           "k: breakable_condition == 3 $i/state changed"}));
+  EXPECT_EQ(changesBy(swap), TextLines());
+  EXPECT_EQ(changesBy(swap, exact), (TextLines{"k: breakable_condition == 1'b1 $i/bq_start changed",
+                                               "k: breakable_condition == 3 $i/state changed"}));
 }
 
 TEST(FileComparisonTest, MatchesOtherConditionsByKindFileAndLine) {
@@ -238,9 +244,9 @@ TEST(FileComparisonTest, MatchesOtherConditionsByKindFileAndLine) {
         [change](auto& k) { k.breakableConditions.edit([&](auto& items) { change(items[1]); }); };
   };
   EXPECT_EQ(changesBy(edit([](auto& c) { c.condition = "!= 3 $i/state"; })),
-            Lines{"k: breakable_condition == 3 $i/state changed"});
-  const Lines another{"k: breakable_condition == 3 $i/state removed",
-                      "k: breakable_condition == 3 $i/state added"};
+            TextLines{"k: breakable_condition == 3 $i/state changed"});
+  const TextLines another{"k: breakable_condition == 3 $i/state removed",
+                          "k: breakable_condition == 3 $i/state added"};
   EXPECT_EQ(changesBy(edit([](auto& c) { c.line = 12; })), another);
   EXPECT_EQ(changesBy(edit([](auto& c) { c.file = "l.c"; })), another);
   EXPECT_EQ(changesBy(edit([](auto& c) { c = {ConditionKind::Stop, c.condition}; })), another);
@@ -248,11 +254,11 @@ TEST(FileComparisonTest, MatchesOtherConditionsByKindFileAndLine) {
 
 TEST(FileComparisonTest, FindsConditions) {
   EXPECT_EQ(changesBy([](auto& k) { k.addBreakableCondition(ConditionKind::Stop, "x"); }),
-            Lines{"k: breakable_condition x added"});
+            TextLines{"k: breakable_condition x added"});
   EXPECT_EQ(changesBy([](auto& k) { removeFirst(k.breakableConditions); }),
-            Lines{"k: breakable_condition == 1'b1 $i/bq_start removed"});
+            TextLines{"k: breakable_condition == 1'b1 $i/bq_start removed"});
   EXPECT_EQ(changesBy([](auto& k) { swapFirstTwo(k.breakableConditions); }),
-            Lines{"k: order breakable_conditions changed"});
+            TextLines{"k: order breakable_conditions changed"});
 }
 
 // What has changed must not take the partner of what has not.
@@ -267,8 +273,8 @@ TEST(FileComparisonTest, MatchesEqualConditionsFirst) {
   after.addBreakableCondition(sourceLine("a", 1, "k.c"));
   after.addBreakableCondition(sourceLine("y", 1, "k.c"));
   EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes,
-            (Lines{"k: breakable_condition c changed", "k: breakable_condition y added",
-                   "k: order breakable_conditions changed"}));
+            (TextLines{"k: breakable_condition c changed", "k: breakable_condition y added",
+                       "k: order breakable_conditions changed"}));
 }
 
 TEST(FileComparisonTest, FindsThatConditionsDecayByParentheses) {
@@ -277,7 +283,7 @@ TEST(FileComparisonTest, FindsThatConditionsDecayByParentheses) {
   KernelRecord after = before;
   after.prepareBreakableConditions();
   EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes,
-            Lines{"k: breakable_condition == $i/f(x) $i/y changed"});
+            TextLines{"k: breakable_condition == $i/f(x) $i/y changed"});
 }
 
 TEST(FileComparisonTest, TakesTextsAsTheToolReadsThem) {
@@ -285,7 +291,7 @@ TEST(FileComparisonTest, TakesTextsAsTheToolReadsThem) {
   before.addArgument("a", "", "int");
   KernelRecord after = named(std::string("k\0more", 6));
   after.addArgument(std::string_view("a\0b", 3), std::string_view("\0", 1), "int");
-  EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes, Lines());
+  EXPECT_EQ(compared(fileOf({before}), fileOf({after})).changes, TextLines());
 }
 
 TEST(FileComparisonTest, CountsBothFiles) {
@@ -311,7 +317,7 @@ TEST(FileComparisonTest, HoldsAFileThatIsNotCompleteForEqualOnlyToItsOwnBytes) {
   EXPECT_FALSE(itself.result.isComplete());
   const std::string cutMore = whole.substr(0, whole.size() - 2);
   const Compared other = compared(cut, cutMore);
-  EXPECT_EQ(other.changes, Lines());
+  EXPECT_EQ(other.changes, TextLines());
   EXPECT_FALSE(other.result.isEqual);
   EXPECT_NE(other.result.before.whyIncomplete, "");
   EXPECT_NE(other.result.after.whyIncomplete, "");

@@ -12,13 +12,13 @@
 namespace consolidator::inspect {
 namespace {
 
-constexpr ChildLimits limits{std::uint64_t{64} << 20U, 1000, std::chrono::seconds(1)};
+constexpr ChildLimits childLimits{std::uint64_t{64} << 20U, 1000, std::chrono::seconds(1)};
 
 bool answer(int output, const std::string& bytes) {
   return ::write(output, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 
-ChildAnswer run(const std::function<bool(int)>& work) { return runLimited(limits, work); }
+ChildAnswer run(const std::function<bool(int)>& work) { return runLimited(childLimits, work); }
 
 TEST(LimitedChildTest, PassesAnswerOn) {
   const ChildAnswer found = run([](int output) { return answer(output, "yes"); });
@@ -56,7 +56,7 @@ TEST(LimitedChildTest, EndsWaitingWithoutEnd) {
 
 TEST(LimitedChildTest, BoundsMemory) {
   const ChildAnswer found = run([](int output) {
-    const auto size = static_cast<std::size_t>(2 * limits.memory);
+    const auto size = static_cast<std::size_t>(2 * childLimits.memory);
     void* const memory = std::malloc(size);
     const bool isThere = memory != nullptr;
     std::free(memory);

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Lines = SourceFolder::Lines;
+using SourceLines = SourceFolder::Lines;
 
 class SourceFolderTest : public testing::Test {
  protected:
@@ -28,7 +28,7 @@ class SourceFolderTest : public testing::Test {
 
   std::string path(const std::string& name) const { return outer_.path(name); }
 
-  const Lines* linesOf(const std::string& name) { return sources_->linesOf(name); }
+  const SourceLines* linesOf(const std::string& name) { return sources_->linesOf(name); }
 
  private:
   TemporaryFolder outer_;
@@ -37,12 +37,12 @@ class SourceFolderTest : public testing::Test {
 
 TEST_F(SourceFolderTest, ReadsTheLinesOfFilesBelowIt) {
   ASSERT_NE(linesOf(path("below/k.c")), nullptr);
-  EXPECT_EQ(*linesOf(path("below/k.c")), (Lines{"one", "two", "", "four"}));
-  EXPECT_EQ(*linesOf(path("below/./deep/../deep/d.c")), Lines{"deep"});
+  EXPECT_EQ(*linesOf(path("below/k.c")), (SourceLines{"one", "two", "", "four"}));
+  EXPECT_EQ(*linesOf(path("below/./deep/../deep/d.c")), SourceLines{"deep"});
 }
 
 TEST_F(SourceFolderTest, TakesRelativePathsFromTheFolder) {
-  EXPECT_EQ(*linesOf("deep/d.c"), Lines{"deep"});
+  EXPECT_EQ(*linesOf("deep/d.c"), SourceLines{"deep"});
 }
 
 TEST_F(SourceFolderTest, RefusesWhatIsNotBelowIt) {
