@@ -18,7 +18,7 @@ using inspect::LineTables;
 using inspect::LineTableState;
 
 constexpr inspect::ChildLimits limits{std::uint64_t{512} << 20U, std::uint64_t{64} << 20U,
-                                      std::chrono::seconds(10)};
+                                      std::chrono::seconds(10), std::chrono::seconds(100)};
 
 void requireLines(const LineTables& tables) {
   const bool isRead = tables.state() == LineTableState::Read;

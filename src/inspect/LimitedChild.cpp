@@ -70,7 +70,7 @@ bool waitForInput(int input, Clock::time_point end) {
 
 // Reads to the end; returns why it cannot.
 std::string readAnswer(int input, const ChildLimits& limits, std::string& bytes) {
-  const Clock::time_point end = Clock::now() + 2 * limits.processor;
+  const Clock::time_point end = Clock::now() + limits.clock;
   std::array<char, 65536> block{};
   while (waitForInput(input, end)) {
     const ssize_t count = ::read(input, block.data(), block.size());
@@ -80,7 +80,7 @@ std::string readAnswer(int input, const ChildLimits& limits, std::string& bytes)
     bytes.append(block.data(), static_cast<std::size_t>(count));
     if (bytes.size() > limits.answer) return "it holds too much";
   }
-  return fmt::format("it takes more than {} seconds", 2 * limits.processor.count());
+  return fmt::format("reading it takes more than {} seconds", limits.clock.count());
 }
 
 std::string failureOf(int status, const ChildLimits& limits) {
@@ -100,24 +100,32 @@ int waitForEnd(pid_t child) {
   return status;
 }
 
+ChildAnswer awaitAnswer(pid_t child, int input, const ChildLimits& limits) {
+  ChildAnswer answer;
+  answer.failure = readAnswer(input, limits, answer.bytes);
+  if (!answer.failure.empty()) ::kill(child, SIGKILL);
+  const int status = waitForEnd(child);
+  if (answer.failure.empty()) answer.failure = failureOf(status, limits);
+  if (!answer.failure.empty()) answer.bytes.clear();
+  return answer;
+}
+
 }  // namespace
 
 ChildAnswer runLimited(const ChildLimits& limits, const std::function<bool(int)>& work) {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return {{}, std::string(cannotStart)};
   const auto [input, output] = ends;
+  // Where that signal is ignored, as it may be by what starts this process, no status is kept.
+  const auto onChild = std::signal(SIGCHLD, SIG_DFL);
   const pid_t parent = ::getpid();
   const pid_t child = ::fork();
   if (child == 0) beChild(limits, parent, work, output);
   ::close(output);
-  ChildAnswer answer;
-  answer.failure = child < 0 ? cannotStart : readAnswer(input, limits, answer.bytes);
+  ChildAnswer answer{{}, std::string(cannotStart)};
+  if (child > 0) answer = awaitAnswer(child, input, limits);
   ::close(input);
-  if (child < 0) return answer;
-  if (!answer.failure.empty()) ::kill(child, SIGKILL);
-  const std::string failure = failureOf(waitForEnd(child), limits);
-  if (answer.failure.empty()) answer.failure = failure;
-  if (!answer.failure.empty()) answer.bytes.clear();
+  std::signal(SIGCHLD, onChild);
   return answer;
 }
 

@@ -11,7 +11,8 @@ namespace consolidator::inspect {
 struct ChildLimits {
   std::uint64_t memory = 0;        ///< bytes beyond what this process has already
   std::uint64_t answer = 0;        ///< bytes that it may write
-  std::chrono::seconds processor;  ///< time of the processor; by the clock, twice as much
+  std::chrono::seconds processor;  ///< time of the processor
+  std::chrono::seconds clock;      ///< time by the clock, which others may take, too
 };
 
 /// What became of a child process.

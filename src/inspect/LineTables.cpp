@@ -21,7 +21,8 @@ constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20U;
 
 // Line tables take up to some 30 bytes of memory for each byte, and sections may be compressed.
 ChildLimits limitsFor(std::size_t size) {
-  return {256 * mebibyte + 32 * size, 64 * mebibyte + 8 * size, std::chrono::seconds(60)};
+  return {256 * mebibyte + 32 * size, 64 * mebibyte + 8 * size, std::chrono::seconds(30),
+          std::chrono::seconds(300)};
 }
 
 // The bytes as the system lets libraries open them; closed with the object.

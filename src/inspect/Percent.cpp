@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 
 namespace consolidator::inspect {
@@ -21,8 +20,8 @@ Percent Percent::of(std::uint64_t part, std::uint64_t whole) {
   if (part == whole) return Percent(wholeTenths);
   if (part == 0) return Percent(0);
   const double share = static_cast<double>(part) / static_cast<double>(whole);
-  return Percent(std::clamp(static_cast<std::uint32_t>(std::lround(share * wholeTenths)), 1U,
-                            wholeTenths - 1));
+  const auto rounded = static_cast<std::uint32_t>(share * wholeTenths + 0.5);
+  return Percent(std::clamp(rounded, 1U, wholeTenths - 1));
 }
 
 std::optional<Percent> Percent::parse(std::string_view text) {

@@ -94,6 +94,8 @@ TEST_F(BadInputTest, NeverShowsNamesRaw) {
                                                 {"verify", "--format=json", evil},
                                                 {"diff", "--sections", evil, "other"},
                                                 {"diff", "--format=json", evil, "other"},
+                                                {"coverage", evil},
+                                                {"coverage", "--format=json", evil},
                                                 {"show", evil, evil},
                                                 {evil},
                                                 {"show", "--" + evil},

@@ -2,17 +2,18 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace consolidator::inspect {
 namespace {
 
-constexpr ChildLimits childLimits{std::uint64_t{64} << 20U, 1000, std::chrono::seconds(1)};
+constexpr ChildLimits childLimits{std::uint64_t{64} << 20U, 1000, std::chrono::seconds(1),
+                                  std::chrono::seconds(600)};
 
 bool answer(int output, const std::string& bytes) {
   return ::write(output, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
@@ -24,6 +25,12 @@ TEST(LimitedChildTest, PassesAnswerOn) {
   const ChildAnswer found = run([](int output) { return answer(output, "yes"); });
   EXPECT_EQ(found.bytes, "yes");
   EXPECT_EQ(found.failure, "");
+}
+
+TEST(LimitedChildTest, KnowsStatusWhereChildrenAreIgnored) {
+  const auto before = std::signal(SIGCHLD, SIG_IGN);
+  EXPECT_EQ(run([](int output) { return answer(output, "yes"); }).bytes, "yes");
+  EXPECT_EQ(std::signal(SIGCHLD, before), SIG_IGN);
 }
 
 TEST(LimitedChildTest, DropsAnswerThatIsNotWhole) {
@@ -50,19 +57,20 @@ TEST(LimitedChildTest, EndsWorkWithoutEnd) {
 }
 
 TEST(LimitedChildTest, EndsWaitingWithoutEnd) {
-  const ChildAnswer found = run([](int /*output*/) { return ::pause() == 0; });
-  EXPECT_EQ(found.failure, "it takes more than 2 seconds");
+  const ChildLimits strict{childLimits.memory, childLimits.answer, childLimits.processor,
+                           std::chrono::seconds(1)};
+  const ChildAnswer found = runLimited(strict, [](int /*output*/) { return ::pause() == 0; });
+  EXPECT_EQ(found.failure, "reading it takes more than 1 seconds");
 }
 
 TEST(LimitedChildTest, BoundsMemory) {
   const ChildAnswer found = run([](int output) {
     const auto size = static_cast<std::size_t>(2 * childLimits.memory);
-    void* const memory = std::malloc(size);
-    const bool isThere = memory != nullptr;
-    std::free(memory);
-    return answer(output, isThere ? "there" : "none");
+    void* const memory =
+        ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    return answer(output, memory == MAP_FAILED ? "none" : "there");
   });
-  EXPECT_NE(found.bytes, "there");
+  EXPECT_EQ(found.bytes, "none");
 }
 
 TEST(LimitedChildTest, EndsWhatThrows) {

@@ -14,7 +14,7 @@ namespace consolidator::inspect {
 namespace {
 
 constexpr ChildLimits limits{std::uint64_t{1} << 30U, std::uint64_t{1} << 28U,
-                             std::chrono::seconds(60)};
+                             std::chrono::seconds(60), std::chrono::seconds(600)};
 
 LineTables read(std::string_view dwarf) { return LineTables::of(dwarf, limits); }
 
@@ -159,8 +159,8 @@ TEST_F(CompiledLinesTest, EndsReadingAtItsLimits) {
     EXPECT_EQ(tables.state(), LineTableState::Unreadable);
     return tables.problem();
   };
-  EXPECT_NE(problem({0, limits.answer, limits.processor}), "");
-  EXPECT_EQ(problem({limits.memory, 10, limits.processor}), "it holds too much");
+  EXPECT_NE(problem({0, limits.answer, limits.processor, limits.clock}), "");
+  EXPECT_EQ(problem({limits.memory, 10, limits.processor, limits.clock}), "it holds too much");
 }
 
 // Debian's debugging symbols: their sections are compressed, and what several of them share is in
