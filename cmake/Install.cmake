@@ -93,7 +93,7 @@ install(
           WORLD_READ
           WORLD_EXECUTE)
 install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator
-        PATTERN annotate EXCLUDE PATTERN schemas EXCLUDE)
+        PATTERN annotate EXCLUDE PATTERN gdb EXCLUDE PATTERN schemas EXCLUDE)
 install(PROGRAMS share/annotate DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator)
 
 # An executable that holds Expat comes with its licence.

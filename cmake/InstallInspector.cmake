@@ -4,6 +4,11 @@ install(TARGETS consolidator-inspect COMPONENT consolidator-inspect)
 install(DIRECTORY share/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/consolidator
         COMPONENT consolidator-inspect)
 consolidator_install_completions(consolidator-inspect)
+
+# GDB's own folders, where it imports what adds commands whenever it starts.
+install(DIRECTORY share/gdb DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT consolidator-inspect
+        PATTERN __pycache__ EXCLUDE)
+
 consolidator_compress(docs/man/consolidator-inspect.1
                       ${PROJECT_BINARY_DIR}/install/consolidator-inspect.1)
 install(FILES ${PROJECT_BINARY_DIR}/install/consolidator-inspect.1.gz

@@ -63,7 +63,8 @@ if(CONSOLIDATOR_INSPECT)
 A consolidated file holds the debug metadata of a programmable-logic accelerator.
 consolidator-inspect shows what is in such a file, to people and as strict JSON,
 finds variables and their bits, says whether the file is sound, and what changed
-between two files.")
+between two files. It adds commands to GDB that answer questions about kernels.")
+  set(CPACK_DEBIAN_CONSOLIDATOR-INSPECT_PACKAGE_ENHANCES gdb)
 endif()
 consolidator_add_package(
   libconsolidated1 libs

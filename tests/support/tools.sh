@@ -26,6 +26,20 @@ needPythonReader() {
     "$python" -c 'import kaitaistruct' 2>/dev/null || need python3-kaitaistruct
 }
 
+# Makes <folder>/bin/gdb, which is GDB as it is where the extension of a folder of shared data is
+# installed: makeGdb <folder> <share folder>
+makeGdb() {
+    local program data
+    need gdb
+    program=$(command -v gdb)
+    data=$("$program" -nx -batch -ex 'python import os; print(os.path.realpath(gdb.PYTHONDIR + "/.."))')
+    cp --recursive --symbolic-link "$data" "$1/gdb-data"
+    cp --recursive --remove-destination "$2/gdb/." "$1/gdb-data"
+    mkdir -p "$1/bin"
+    printf '#!/bin/sh\nexec %q --data-directory=%q "$@"\n' "$program" "$1/gdb-data" >"$1/bin/gdb"
+    chmod +x "$1/bin/gdb"
+}
+
 # A new folder that is gone when the test ends.
 temporaryFolder() {
     folder=$(mktemp --directory)

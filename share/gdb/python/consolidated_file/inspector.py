@@ -1,0 +1,87 @@
+"""Questions to consolidator-inspect, which alone reads consolidated files and knows their rules."""
+
+import subprocess
+import tempfile
+
+from .errors import InspectorError
+from .kernel_document import KernelDocument
+
+PROGRAM = "consolidator-inspect"
+
+
+class Inspector:
+    """Asks the program, which is found by the path, about one file."""
+
+    def __init__(self, name, path):
+        """Of a file that is called by its name in messages, and found by an absolute path."""
+        self._name = name
+        self._path = path
+
+    def everything(self):
+        """The answer with all that is in the file."""
+        return self._ask("consolidator-inspect/1", "json", "--", self._path)
+
+    def find(self, name):
+        """The answer where the variables, registers and kernels of a name are."""
+        words = ["find", "--format", "json", "--", self._path, name]
+        return self._ask("consolidator-find/1", *words)
+
+    def extract(self, section, target):
+        """Writes the bytes of a section to a file, as many as there are."""
+        with _started(["extract", self._path, section, "-o", target], subprocess.PIPE) as process:
+            _, messages = process.communicate()
+        if process.returncode == 2:
+            raise InspectorError("; ".join(self._named(messages)))
+
+    def _ask(self, document_format, *words):
+        return Answer(document_format, words, self._named)
+
+    def _named(self, messages):
+        """The program's messages, each with the name of the file in place of the path."""
+        lines = (line.removeprefix(f"{PROGRAM}: ") for line in messages.splitlines())
+        return [f"{self._name}: " + line.removeprefix(f"{self._path}: ") for line in lines]
+
+
+class Answer:
+    """What the program says about a file, read while it says it."""
+
+    def __init__(self, document_format, words, named):
+        """Of a run with these words, whose messages are `named`."""
+        self._format = document_format
+        self._words = words
+        self._named = named
+        self.members = {}  # all of the document but the kernels, known after the last of them
+        self.messages = []  # what the program said beside it, likewise
+
+    def kernels(self):
+        """Yields the kernels of the document."""
+        with tempfile.TemporaryFile("w+", encoding="utf-8") as messages:
+            with _started(self._words, messages) as process:
+                document = KernelDocument(process.stdout)
+                try:
+                    yield from document.kernels()
+                except ValueError as error:
+                    raise InspectorError(f"{PROGRAM} gives no answer: {error}.") from None
+            messages.seek(0)
+            self.messages = self._named(messages.read())
+        self.members = document.members
+        self._check()
+
+    def _check(self):
+        if self.members.get("format") != self._format:
+            raise InspectorError(f"{PROGRAM} is of a version that writes no {self._format}.")
+        if "error" in self.members:
+            raise InspectorError("; ".join(self.messages))
+
+
+def _started(words, messages):
+    try:
+        return subprocess.Popen(
+            [PROGRAM, *words],
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            stderr=messages,
+            encoding="utf-8",
+        )
+    except OSError as error:
+        raise InspectorError(f"{PROGRAM} cannot be run: {error.strerror}.") from None
