@@ -60,7 +60,7 @@ buildTools=(g++ cmake ninja-build libboost-program-options-dev libexpat1-dev lib
 packageTools=("${buildTools[@]}" dpkg-dev file)
 checkTools=("${packageTools[@]}" shellcheck cppcheck clang-14 clang-tidy-14 clang-format-14
     libclang-rt-14-dev llvm-14 libgtest-dev libbenchmark-dev man-db mandoc zsh fish mmdebstrap jq make
-    pkgconf python3 python3-jsonschema python3-kaitaistruct gdb)
+    pkgconf python3 python3-jsonschema python3-kaitaistruct gdb abigail-tools)
 # Where node and npm come from elsewhere, Debian's packages would be in the way.
 command -v node >/dev/null || checkTools+=(nodejs)
 command -v npm >/dev/null || checkTools+=(npm)
