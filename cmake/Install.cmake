@@ -17,7 +17,7 @@ install(TARGETS consolidator)
 include(CMakePackageConfigHelpers)
 write_basic_package_version_file(
   ${PROJECT_BINARY_DIR}/install/consolidator-config-version.cmake
-  COMPATIBILITY SameMinorVersion ARCH_INDEPENDENT)
+  COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
 install(FILES cmake/package/consolidator-config.cmake
               ${PROJECT_BINARY_DIR}/install/consolidator-config-version.cmake
         DESTINATION ${CMAKE_INSTALL_DATADIR}/cmake/consolidator)
