@@ -54,13 +54,13 @@ std::string messageOf(sqlite3* handle, int result) {
 }  // namespace
 
 Database::Database(const std::string& path, Access access) {
-  sqlite3* handle = nullptr;
-  const int result = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
-  handle_.reset(handle);
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  handle_.reset(opened);
   if (!note(result)) return;
-  sqlite3_extended_result_codes(handle, 1);
-  note(sqlite3_busy_timeout(handle, patience));
-  note(addLocationFeed(handle));
+  sqlite3_extended_result_codes(opened, 1);
+  note(sqlite3_busy_timeout(opened, patience));
+  note(addLocationFeed(opened));
   execute(access == Access::Sole ? soleSettings : sharedSettings);
 }
 
