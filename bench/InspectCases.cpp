@@ -24,11 +24,15 @@ constexpr std::uint64_t recordBytes = 200'000'000;
 constexpr double wholeGoal = 1.5;
 constexpr double lookGoal = 0.3;
 
+// Of the time that the JSON document of the same file takes.
+constexpr double databaseGoal = 45;
+
 // Of the time of a start of the tool.
 constexpr double startGoal = 2;
 
 // What a run may take beyond what it looks at, which is mapped.
 constexpr std::uint64_t allowance = std::uint64_t{32} * 1024 * 1024;
+constexpr std::uint64_t databaseAllowance = 2 * allowance;
 
 void copyFile(const std::string& from, const std::string& to) {
   std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing);
@@ -87,6 +91,19 @@ std::optional<Contest> coverage(const Workbench& bench) {
   return contest;
 }
 
+// Writes two entries of a tree for each location, where JSON has a few digits.
+std::optional<Contest> sql(const Workbench& bench) {
+  const std::string file = bench.path("file");
+  writeConsolidatedFile(file, recordBytes);
+  Contest contest;
+  contest.tool = {{std::string(executable), "sql", file, "-o", bench.path("database")},
+                  bench.path("database")};
+  contest.yardstick = {{std::string(executable), "json", file}, ""};
+  contest.goal = databaseGoal;
+  contest.peakGoal = recordBytes + databaseAllowance;
+  return contest;
+}
+
 std::optional<Contest> start(const Workbench& bench) {
   Contest contest;
   contest.tool = {{std::string(executable), "--version"}, ""};
@@ -112,6 +129,7 @@ constexpr std::array cases = {
     RatioCase{"inspect-verify", verify},
     RatioCase{"inspect-diff", diff},
     RatioCase{"inspect-coverage", coverage},
+    RatioCase{"inspect-sql", sql},
     RatioCase{"inspect-start", start},
 };
 

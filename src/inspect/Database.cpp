@@ -15,12 +15,13 @@ namespace {
 // How long to wait for others who use the same database.
 constexpr int patience = 10'000;  // milliseconds
 
-// Large pages, since most of a database are long runs of short rows; no more memory than this for
-// them, and as much for a sort, with which a second processor helps. A rollback needs what the
+// Large pages, since most of a database are long runs of short rows. Rows are added at the ends of
+// tables, so few pages need to be at hand; sorts take as much memory as these, and least time where
+// that fits into the caches of the processor. A second one helps with them. A rollback needs what
 // pages held that were there before: the ends of the tables.
 constexpr const char* soleSettings =
     "PRAGMA page_size = 32768;"
-    "PRAGMA cache_size = -16384;"
+    "PRAGMA cache_size = -4096;"
     "PRAGMA threads = 1;"
     "PRAGMA journal_mode = MEMORY;"
     "PRAGMA synchronous = OFF;"
@@ -53,13 +54,13 @@ std::string messageOf(sqlite3* handle, int result) {
 }  // namespace
 
 Database::Database(const std::string& path, Access access) {
-  sqlite3* handle = nullptr;
-  const int result = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
-  handle_.reset(handle);
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  handle_.reset(opened);
   if (!note(result)) return;
-  sqlite3_extended_result_codes(handle, 1);
-  note(sqlite3_busy_timeout(handle, patience));
-  note(addLocationFeed(handle));
+  sqlite3_extended_result_codes(opened, 1);
+  note(sqlite3_busy_timeout(opened, patience));
+  note(addLocationFeed(opened));
   execute(access == Access::Sole ? soleSettings : sharedSettings);
 }
 

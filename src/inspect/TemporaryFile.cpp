@@ -16,12 +16,15 @@ namespace {
 
 constexpr std::size_t copyBlock = std::size_t{64} * 1024;
 
+std::string temporaryTemplate() {
+  std::error_code ignored;
+  return std::filesystem::temp_directory_path(ignored) / "consolidator-XXXXXX";
+}
+
 }  // namespace
 
-TemporaryFile::TemporaryFile() {
-  std::error_code error;
-  path_ = std::filesystem::temp_directory_path(error) / "consolidator-XXXXXX";
-  descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
+TemporaryFile::TemporaryFile()
+    : path_(temporaryTemplate()), descriptor_(::mkostemp(path_.data(), O_CLOEXEC)) {
   note(descriptor_ >= 0);
 }
 

@@ -7,7 +7,6 @@ import os
 import pathlib
 import pty
 import shutil
-import signal
 import subprocess
 import sys
 import tempfile
@@ -462,11 +461,7 @@ class RefusalTest(CommandsTest):
 class TerminalTest(CommandsTest):
     def talk(self, commands, answers):
         """What GDB prints to a terminal for commands and what is typed then, each after a text that
-<<<<<<< ours
-        is awaited; None stands for an interrupt."""
-=======
         is awaited."""
->>>>>>> theirs
         controller, terminal = pty.openpty()
         printed, seen = "", 0
         with self.started("-nh", commands, terminal, terminal) as gdb:
@@ -475,14 +470,7 @@ class TerminalTest(CommandsTest):
                 while (found := printed.find(awaited, seen)) < 0:
                     printed += os.read(controller, 4096).decode()
                 seen = found + len(awaited)
-<<<<<<< ours
-                if typed is None:
-                    os.killpg(gdb.pid, signal.SIGINT)
-                else:
-                    os.write(controller, typed.encode())
-=======
                 os.write(controller, typed.encode())
->>>>>>> theirs
         os.close(controller)
         self.assertEqual(list(self.temporary.iterdir()), [])
         return printed
@@ -499,15 +487,9 @@ class TerminalTest(CommandsTest):
 
     def test_reading_can_be_interrupted(self):
         name = self.consolidate("file")
-<<<<<<< ours
-        self.replace_inspector("exec /bin/sleep 600")
-        printed = self.talk([], [("(gdb) ", f"consolidated-file {name}\n"), ("Reading", None),
-                                 ("Quit", ""), ("(gdb) ", "info kernels\n"), (NO_FILE[:20], "")])
-=======
         self.replace_inspector("kill -INT 0")  # GDB and its own process, as a terminal does
         printed = self.talk([], [("(gdb) ", f"consolidated-file {name}\n"), ("Quit", ""),
                                  ("(gdb) ", "info kernels\n"), (NO_FILE.strip(), "")])
->>>>>>> theirs
         self.assertNotIn("Python", printed)
 
 
