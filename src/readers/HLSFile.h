@@ -59,6 +59,7 @@ class HLSFile : public InputFile {
   bool closeScope();
   void startFunction(FieldReader words);
   void finishFunction();
+  template <bool isObserved>
   bool readBlock(std::string_view localName);
   std::optional<std::string_view> readBlockLine();
   void observeIgnorable(std::string_view line);
