@@ -59,7 +59,7 @@ bool HLSFile::readLine(std::string_view line) {
   }
   if (first != "local") return refuse("a line of no known kind", line);
   if (!hasFunction_) return refuse("a \"local\" before any RTL line", line);
-  return readBlock(second);
+  return observer_ == nullptr ? readBlock<false>(second) : readBlock<true>(second);
 }
 
 // Odd, but to be kept: the innermost scope ends, whatever name the line gives.
@@ -111,6 +111,7 @@ void HLSFile::finishFunction() {
 
 // Odd, but to be kept: the line that closes the block is used up, even if it would start something
 // else.
+template <bool isObserved>
 bool HLSFile::readBlock(std::string_view localName) {
   HlsLocalRecord local{std::string(localName), {}, 0};
   while (const std::optional<std::string_view> line = readBlockLine()) {
@@ -118,17 +119,14 @@ bool HLSFile::readBlock(std::string_view localName) {
     const std::string_view first = words.readWord();
     const std::string_view second = words.readWord();
     const bool isLocation = second.find(':') != std::string_view::npos && words.readWord().empty();
+    if (isObserved && isLocation) observeInBlock(*line, first);
     if (isLocation && first != "reg:") {
-      if (function_.line) ignore("a source position after a function's first", *line);
       function_.addLocation(second);
       continue;
     }
     local.setRegister(second);
-    if (isLocation) {
-      ignore("a register that the end of its block replaces", *line);
-      continue;
-    }
-    if (observer_ != nullptr) observeBlockEnd(*line, first, second);
+    if (isLocation) continue;
+    if (isObserved) observeBlockEnd(*line, first, second);
     function_.locals.push_back(std::move(local));
     return true;
   }
@@ -160,6 +158,11 @@ void HLSFile::observeDropped(std::string_view reason) {
   for (const HlsLocalRecord& local : function_.locals) {
     observer_->onDropped(kernel_.name, Item::Variable, local.name, 1, reason);
   }
+}
+
+void HLSFile::observeInBlock(std::string_view line, std::string_view first) {
+  if (first == "reg:") return ignore("a register that the end of its block replaces", line);
+  if (function_.line) ignore("a source position after a function's first", line);
 }
 
 void HLSFile::observeBlockEnd(std::string_view line, std::string_view first,

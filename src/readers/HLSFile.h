@@ -59,10 +59,12 @@ class HLSFile : public InputFile {
   bool closeScope();
   void startFunction(FieldReader words);
   void finishFunction();
+  template <bool isObserved>
   bool readBlock(std::string_view localName);
   std::optional<std::string_view> readBlockLine();
   void observeIgnorable(std::string_view line);
   void observeDropped(std::string_view reason);
+  void observeInBlock(std::string_view line, std::string_view first);
   void observeBlockEnd(std::string_view line, std::string_view first, std::string_view second);
 
   std::vector<std::string> functionScopes_;            // begun and not yet ended
