@@ -54,11 +54,14 @@ void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
     isLimited_ = true;
     return;
   }
-  if (!seen_.insert(keyedHash(hardwareName)).second) return;
+  const std::uint64_t leaf = keyedHash(lastComponent(hardwareName));
   const auto number = static_cast<std::uint32_t>(nets_.size());
-  nets_.emplace_back(hardwareName);
-  for (const std::uint32_t path : paths) netsByPath_[path].push_back(number);
-  kept_ += paths.size();
+  for (const std::uint32_t path : paths) {
+    if (!seen_.add(keyedHash(leaf + path))) continue;
+    if (nets_.size() == number) nets_.emplace_back(hardwareName);
+    netsByPath_[path].push_back(number);
+    ++kept_;
+  }
 }
 
 std::string_view lastComponent(std::string_view name) {

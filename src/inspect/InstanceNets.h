@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inspect/HashedSet.h"
 #include "lookup/NumbersByText.h"
 #include "model/KernelRecord.h"
 #include "text/TextSearch.h"
@@ -9,7 +10,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -17,7 +17,8 @@ namespace consolidator::inspect {
 /// The nets that logic-location files name inside the instances of kernels. A net lies inside an
 /// instance if the instance's path occurs in its name, followed by a "/".
 ///
-/// Takes memory for the first million nets only; isLimited() tells that there were more.
+/// Takes memory for the first million nets only, which differ in their last component or lie in
+/// different instances; isLimited() tells that there were more.
 class InstanceNets {
  public:
   /// Positions of paths, each once.
@@ -36,8 +37,8 @@ class InstanceNets {
   /// Keeps a net that lies inside these.
   void keep(std::string_view hardwareName, const Paths& paths);
 
-  /// The distinct nets that were kept for a path, in the order in which they came. They are named
-  /// as hardware variables are.
+  /// The nets that were kept for a path, of those with the same last component the first one, in
+  /// the order in which they came. They are named as hardware variables are.
   const std::vector<std::uint32_t>& netsOf(std::size_t path) const { return netsByPath_[path]; }
 
   const std::string& net(std::uint32_t number) const { return nets_[number]; }
@@ -50,7 +51,7 @@ class InstanceNets {
   std::string lastPlace_;
   const Paths* last_ = nullptr;
   std::unordered_map<std::uint64_t, Paths> byPlace_;  // by hashes of what is before the last "/"
-  std::unordered_set<std::uint64_t> seen_;            // hashes of nets_
+  HashedSet seen_;                                    // last components in paths
   std::vector<std::string> nets_;
   std::vector<std::vector<std::uint32_t>> netsByPath_;
   std::size_t kept_ = 0;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t mostMissing = 10'000;
 constexpr std::uint64_t mostLooked = 200'000'000;
-constexpr std::uint64_t mostSteps = 2'000'000'000;
+constexpr std::uint64_t mostSteps = 500'000'000;
 
 std::uint64_t lettersOf(std::string_view text) {
   std::uint64_t letters = 0;
@@ -71,15 +71,13 @@ void MissingNets::findInKernel(const KernelRecord& kernel, Explanation& explanat
   }
 }
 
-// Each last component once, with the first net that has it.
 void MissingNets::prepareNames(std::size_t path) {
   if (namedPath_ == path) return;
   namedPath_ = path;
   names_.clear();
-  std::unordered_set<std::string_view> seen;
   for (const std::uint32_t net : nets_.netsOf(path)) {
     const std::string_view leaf = lastComponent(nets_.net(net));
-    if (seen.insert(leaf).second) names_.push_back({leaf, net, lettersOf(leaf)});
+    names_.push_back({leaf, net, lettersOf(leaf)});
   }
 }
 
@@ -90,6 +88,7 @@ std::optional<std::string> MissingNets::closest(std::string_view reg, std::size_
   std::size_t limit = reg.size() / 3;
   const std::uint64_t letters = lettersOf(reg);
   const Name* best = nullptr;
+  distance_.from(reg);
   for (const Name& name : names_) {
     if (distance_.steps() >= mostSteps) break;
     const auto different = static_cast<std::size_t>(std::popcount(name.letters ^ letters));
@@ -97,10 +96,10 @@ std::optional<std::string> MissingNets::closest(std::string_view reg, std::size_
       distance_.skip();
       continue;
     }
-    const auto distance = distance_.between(reg, name.leaf, limit);
+    const auto distance = distance_.to(name.leaf, limit);
     if (!distance) continue;
     best = &name;
-    if (*distance == 0) break;
+    if (*distance <= 1) break;  // a net that is named like the register would have been taken
     limit = *distance - 1;
   }
   if (best == nullptr) return std::nullopt;

@@ -118,16 +118,13 @@ bool HLSFile::readBlock(std::string_view localName) {
     const std::string_view first = words.readWord();
     const std::string_view second = words.readWord();
     const bool isLocation = second.find(':') != std::string_view::npos && words.readWord().empty();
+    if (isLocation && observer_ != nullptr) observeInBlock(*line, first);
     if (isLocation && first != "reg:") {
-      if (function_.line) ignore("a source position after a function's first", *line);
       function_.addLocation(second);
       continue;
     }
     local.setRegister(second);
-    if (isLocation) {
-      ignore("a register that the end of its block replaces", *line);
-      continue;
-    }
+    if (isLocation) continue;
     if (observer_ != nullptr) observeBlockEnd(*line, first, second);
     function_.locals.push_back(std::move(local));
     return true;
@@ -160,6 +157,11 @@ void HLSFile::observeDropped(std::string_view reason) {
   for (const HlsLocalRecord& local : function_.locals) {
     observer_->onDropped(kernel_.name, Item::Variable, local.name, 1, reason);
   }
+}
+
+void HLSFile::observeInBlock(std::string_view line, std::string_view first) {
+  if (first == "reg:") return ignore("a register that the end of its block replaces", line);
+  if (function_.line) ignore("a source position after a function's first", line);
 }
 
 void HLSFile::observeBlockEnd(std::string_view line, std::string_view first,

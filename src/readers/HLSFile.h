@@ -63,6 +63,7 @@ class HLSFile : public InputFile {
   std::optional<std::string_view> readBlockLine();
   void observeIgnorable(std::string_view line);
   void observeDropped(std::string_view reason);
+  void observeInBlock(std::string_view line, std::string_view first);
   void observeBlockEnd(std::string_view line, std::string_view first, std::string_view second);
 
   std::vector<std::string> functionScopes_;            // begun and not yet ended

@@ -1,6 +1,5 @@
 #include "readers/LLFile.h"
 
-#include "readers/NetBit.h"
 #include "readers/SharedNets.h"
 #include "text/FieldReader.h"
 #include "text/FindLast.h"
@@ -72,42 +71,51 @@ void LLFile::setKernels(const KernelList& kernels) {
 
 bool LLFile::parse() {
   if (!isValid()) return false;
-  if (observer_ != nullptr) {
-    for (const KernelRecord& kernel : kernels_) {
-      knownBefore_.push_back(kernel.hardwareVariables.size());
-    }
+  if (observer_ == nullptr) {
+    readLines<false>();
+    return true;
   }
+  for (const KernelRecord& kernel : kernels_) {
+    knownBefore_.push_back(kernel.hardwareVariables.size());
+  }
+  readLines<true>();
+  return true;
+}
+
+template <bool isObserved>
+void LLFile::readLines() {
   RegisterIndex registers(kernels_, lineBound);
   SharedNets sharedNets(kernels_);
   // White space in front of a line does not count as part of it, except in front of the first.
   do {
     if (const auto line = buffer_.readLine(lineBound)) {
-      if (line->overBound) ignore("a line over 2047 bytes");
-      readBit(line->text, registers, sharedNets);
+      if (isObserved && line->overBound) ignore("a line over 2047 bytes");
+      readBit<isObserved>(line->text, registers, sharedNets);
       if (line->overBound) buffer_.skipLine();
     }
     // An observer is told of every line.
-    if (observer_ == nullptr) buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
+    if (!isObserved) buffer_.skip(lineOfConcern(registers, buffer_.buffered()));
   } while (buffer_.skipWhiteSpace());
   sharedNets.handOut();
-  return true;
 }
 
+template <bool isObserved>
 void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets) {
   if (line.starts_with(';') || line.find("Revision") != std::string_view::npos) {
-    if (line.starts_with("Bit")) ignore("a bit on a line with \"Revision\"", line);
+    if (isObserved && line.starts_with("Bit")) ignore("a bit on a line with \"Revision\"", line);
     return;
   }
   FieldReader fields(line);
   LogicLocation location;
-  if (!readLocation(fields, location)) return observeOther(line);
+  if (!readLocation(fields, location)) {
+    if (isObserved) observeOther(line);
+    return;
+  }
   const std::optional<NetBit> bit = readNet(fields);
-  if (observer_ != nullptr) observeEnd(line);
-  if (!bit) return ignore("a bit without a net", line);
-  const std::optional<std::uint32_t> index = bit->index();
-  if (!index) return ignore("a bit index of 268435456 or more", line);
-  if (observer_ != nullptr && !bit->hasPlainIndex()) ignore("a bit index that is no number", line);
-  if (observer_ != nullptr) observeBit(registers.find(bit->net()), *index, location, line);
+  const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
+  if (isObserved) observeNet(bit, line);
+  if (!index) return;
+  if (isObserved && !observeBit(registers.find(bit->net()), *index, location, line)) return;
   if (sharedNets.set(bit->net(), *index, location)) return;
   const RegisterIndex::Found found = registers.find(bit->net());
   if (found.kernels.size() > 1) {
@@ -118,26 +126,34 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
   }
 }
 
-// Where the file was read before, the known locations are those of the whole file: only a variable
-// that is new can tell of a line before.
-void LLFile::observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
+void LLFile::observeNet(const std::optional<NetBit>& bit, std::string_view line) {
+  observeEnd(line);
+  if (!bit) return ignore("a bit without a net", line);
+  if (!bit->index()) return ignore("a bit index of 268435456 or more", line);
+  if (!bit->hasPlainIndex()) ignore("a bit index that is no number", line);
+}
+
+// Returns whether anybody knows the register. Where the file was read before, the known locations
+// are those of the whole file: only a variable that is new can tell of a line before.
+bool LLFile::observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
                         const LogicLocation& location, std::string_view line) {
-  if (hasWideAddress(line)) ignore("the digits of an address beyond 32 bits", line);
   observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
-  if (found.kernels.empty()) return;
+  if (found.kernels.empty()) return false;
+  if (hasWideAddress(line)) ignore("the digits of an address beyond 32 bits", line);
   const std::uint32_t owner = found.kernels.front();
   HardwareVariableList& variables = kernels_[owner].hardwareVariables;
   const HardwareVariable* const variable = variables.find(found.hardwareName);
-  if (variable == nullptr || variable < &variables[0] + knownBefore_[owner]) return;
-  if (bit >= variable->logicLocations.size()) return;
+  if (variable == nullptr || variable < &variables[0] + knownBefore_[owner]) return true;
+  if (bit >= variable->logicLocations.size()) return true;
   const LogicLocation& before = variable->logicLocations[bit];
   if (before != LogicLocation() && before != location) {
     ignore("an earlier location of the bit, which the line replaces", line);
   }
+  return true;
 }
 
 void LLFile::observeOther(std::string_view line) {
-  if (observer_ == nullptr || line.empty()) return;
+  if (line.empty()) return;
   const bool isBit = FieldReader(line).readWord() == "Bit";
   ignore(isBit ? "a bit whose numbers cannot be read" : "a line of another kind", line);
 }

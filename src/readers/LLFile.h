@@ -1,10 +1,12 @@
 #pragma once
 
 #include "readers/InputFile.h"
+#include "readers/NetBit.h"
 #include "readers/RegisterIndex.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -43,8 +45,15 @@ class LLFile : public InputFile {
   bool parse() override;
 
  private:
+  // A reader that nobody observes takes no time for that.
+  template <bool isObserved>
+  void readLines();
+
+  template <bool isObserved>
   void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
-  void observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
+
+  void observeNet(const std::optional<NetBit>& bit, std::string_view line);
+  bool observeBit(const RegisterIndex::Found& found, std::uint32_t bit,
                   const LogicLocation& location, std::string_view line);
   void observeOther(std::string_view line);
 

@@ -81,7 +81,11 @@ void InputBuffer::becomeEmpty() {
 std::uint64_t InputBuffer::lineOf(const char* byte) {
   if (counted_ == nullptr) counted_ = eback();
   if (byte != counted_) {
-    lineEnds_ += static_cast<std::uint64_t>(std::count(counted_, byte, '\n'));
+    // Faster than a look at every byte where lines are as long as they usually are.
+    const auto nextEnd = [byte](const char* from) {
+      return traits_type::find(from, static_cast<std::size_t>(byte - from), '\n');
+    };
+    for (const char* end = nextEnd(counted_); end != nullptr; end = nextEnd(end + 1)) ++lineEnds_;
     endsInsideLine_ = byte[-1] != '\n';
     counted_ = byte;
   }

@@ -14,7 +14,7 @@
 namespace consolidator {
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{256} * 1024;
+constexpr std::size_t writerBlock = std::size_t{256} * 1024;
 
 TEST(ByteWriter, WritesNumbersLowByteFirst) {
   EXPECT_EQ(written([](ByteWriter& out) {
@@ -66,9 +66,9 @@ TEST(ByteWriter, KeepsTheOrderOfPiecesOfEverySize) {
   ByteWriter out(stream.get());
   std::string expected;
   char letter = 'a';
-  for (const std::size_t size : {std::size_t{1}, blockSize - 2, std::size_t{1}, std::size_t{1},
-                                 blockSize - 1, std::size_t{2}, blockSize, blockSize + 1,
-                                 std::size_t{5}, 3 * blockSize, std::size_t{0}, std::size_t{3}}) {
+  for (const std::size_t size : {std::size_t{1}, writerBlock - 2, std::size_t{1}, std::size_t{1},
+                                 writerBlock - 1, std::size_t{2}, writerBlock, writerBlock + 1,
+                                 std::size_t{5}, 3 * writerBlock, std::size_t{0}, std::size_t{3}}) {
     const std::string piece(size, letter++);
     out.write(piece);
     expected += piece;
@@ -112,10 +112,10 @@ TEST(ByteWriter, CountsWhatAStreamTookThatBecameFull) {
 }
 
 TEST(ByteWriter, CountsWhatAFullStreamTookOfALargePiece) {
-  const FullStream stream(blockSize + 10);
+  const FullStream stream(writerBlock + 10);
   ByteWriter out(stream.get());
-  out.write(std::string(2 * blockSize, 'x'));
-  EXPECT_EQ(out.accepted(), blockSize + 10);
+  out.write(std::string(2 * writerBlock, 'x'));
+  EXPECT_EQ(out.accepted(), writerBlock + 10);
   EXPECT_FALSE(out.flush());
 }
 
@@ -125,8 +125,8 @@ TEST(ByteWriter, DropsEverythingAfterAFailure) {
   out.write("0123");
   EXPECT_FALSE(out.flush());
   out.write("more");
-  out.write(std::string(blockSize, 'x'));
-  out.write(std::string(2 * blockSize, 'x'));
+  out.write(std::string(writerBlock, 'x'));
+  out.write(std::string(2 * writerBlock, 'x'));
   out.writeU32(1);
   out.writeDecimal(1);
   out.write({});
@@ -138,7 +138,7 @@ TEST(ByteWriter, TakesNothingForANullStream) {
   ByteWriter out(nullptr);
   out.write("abc");
   EXPECT_EQ(out.accepted(), 0U);
-  out.write(std::string(2 * blockSize, 'x'));
+  out.write(std::string(2 * writerBlock, 'x'));
   EXPECT_EQ(out.accepted(), 0U);
   EXPECT_FALSE(out.flush());
   EXPECT_EQ(out.accepted(), 0U);

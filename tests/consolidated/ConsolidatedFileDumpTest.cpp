@@ -24,26 +24,26 @@ class ConsolidatedFileDumpTest : public ConsolidatedFileFixture {
 
 const std::string dwarfBytes("DWARF\0with a zero byte", 22);
 
-const std::string full = container({{SectionKind::ProjectName, "proj"},
-                                    {SectionKind::Dwarf, dwarfBytes},
-                                    {SectionKind::Json, vaddJson()},
-                                    {SectionKind::KernelRecords, vaddRecords()}});
+const std::string fullToDump = container({{SectionKind::ProjectName, "proj"},
+                                          {SectionKind::Dwarf, dwarfBytes},
+                                          {SectionKind::Json, vaddJson()},
+                                          {SectionKind::KernelRecords, vaddRecords()}});
 
 TEST_F(ConsolidatedFileDumpTest, JsonIsTheSavedTextAndItsZeroByte) {
-  EXPECT_EQ(dumped(full, SectionKind::Json), vaddJson());
+  EXPECT_EQ(dumped(fullToDump, SectionKind::Json), vaddJson());
 }
 
 TEST_F(ConsolidatedFileDumpTest, DwarfIsTheFileThatWasAdded) {
-  EXPECT_EQ(dumped(full, SectionKind::Dwarf), dwarfBytes);
+  EXPECT_EQ(dumped(fullToDump, SectionKind::Dwarf), dwarfBytes);
 }
 
 TEST_F(ConsolidatedFileDumpTest, EveryKindIsCopiedAsStored) {
-  EXPECT_EQ(dumped(full, SectionKind::ProjectName), "proj");
-  EXPECT_EQ(dumped(full, SectionKind::KernelRecords), vaddRecords());
+  EXPECT_EQ(dumped(fullToDump, SectionKind::ProjectName), "proj");
+  EXPECT_EQ(dumped(fullToDump, SectionKind::KernelRecords), vaddRecords());
 }
 
 TEST_F(ConsolidatedFileDumpTest, NamedDumpsAreThoseOfTheirKinds) {
-  openForDump(full);
+  openForDump(fullToDump);
   file_.dumpDwarf(folder_.path("dwarf"));
   file_.dumpJson(folder_.path("json"));
   EXPECT_EQ(folder_.read("dwarf"), dwarfBytes);
@@ -129,12 +129,12 @@ TEST_F(ConsolidatedFileDumpTest, ANameAfterRecordsThatCannotBeReadDoesNotCount) 
 }
 
 TEST_F(ConsolidatedFileDumpTest, KeepsTheConsolidatedFile) {
-  dumped(full, SectionKind::Json);
-  EXPECT_EQ(folder_.read("file"), full);
+  dumped(fullToDump, SectionKind::Json);
+  EXPECT_EQ(folder_.read("file"), fullToDump);
 }
 
 TEST_F(ConsolidatedFileDumpTest, OntoTheConsolidatedFileItselfLeavesItEmpty) {
-  openForDump(full);
+  openForDump(fullToDump);
   file_.dumpJson(path_);
   EXPECT_EQ(folder_.read("file"), "");
 }
@@ -146,7 +146,7 @@ TEST_F(ConsolidatedFileDumpTest, WithoutStreamNoOutputIsMade) {
 }
 
 TEST_F(ConsolidatedFileDumpTest, AnOutputThatCannotBeOpenedIsSkipped) {
-  openForDump(full);
+  openForDump(fullToDump);
   file_.dumpJson(folder_.path("no/such/folder"));
   file_.dumpJson(folder_.path("dump"));
   EXPECT_EQ(folder_.read("dump"), vaddJson());

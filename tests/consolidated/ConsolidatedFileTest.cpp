@@ -10,10 +10,10 @@ namespace {
 
 using ConsolidatedFileTest = ConsolidatedFileFixture;
 
-const std::string full = container({{SectionKind::ProjectName, "proj"},
-                                    {SectionKind::Dwarf, "\177ELF"},
-                                    {SectionKind::Json, vaddJson()},
-                                    {SectionKind::KernelRecords, vaddRecords()}});
+const std::string wholeFile = container({{SectionKind::ProjectName, "proj"},
+                                         {SectionKind::Dwarf, "\177ELF"},
+                                         {SectionKind::Json, vaddJson()},
+                                         {SectionKind::KernelRecords, vaddRecords()}});
 
 TEST_F(ConsolidatedFileTest, WithoutAnythingIsSavedAsSixtyTwoBytes) {
   file_.openOrCreate(path_, false, false);
@@ -34,7 +34,7 @@ TEST_F(ConsolidatedFileTest, AppendsProjectDwarfJsonAndRecordsInThisOrder) {
   file_.setProject("proj");
   file_.addDwarf(folder_.write("dwarf", "\177ELF"));
   file_.addHierarchy(folder_.write("hierarchy", vaddHierarchy));
-  EXPECT_EQ(saved(), full);
+  EXPECT_EQ(saved(), wholeFile);
 }
 
 TEST_F(ConsolidatedFileTest, AddModeCreatesAMissingFileWithThisRunsSectionsOnly) {
@@ -48,14 +48,14 @@ TEST_F(ConsolidatedFileTest, AddModeCreatesAMissingFileWithThisRunsSectionsOnly)
 }
 
 TEST_F(ConsolidatedFileTest, AddModeKeepsAllThatTheFileHeld) {
-  open(full);
+  open(wholeFile);
   EXPECT_EQ(file_.projectName(), "proj");
   ASSERT_EQ(file_.kernels().size(), 1U);
-  EXPECT_EQ(saved(), full);
+  EXPECT_EQ(saved(), wholeFile);
 }
 
 TEST_F(ConsolidatedFileTest, CreateModeNeverReadsTheOldFile) {
-  file_.openOrCreate(folder_.write("file", full), true, false);
+  file_.openOrCreate(folder_.write("file", wholeFile), true, false);
   ASSERT_TRUE(file_.isOpen());
   EXPECT_EQ(file_.projectName(), "");
   EXPECT_EQ(file_.table(), Table());
@@ -69,33 +69,33 @@ TEST_F(ConsolidatedFileTest, CreateModeTakesNoVersionFromTheOldFile) {
 }
 
 TEST_F(ConsolidatedFileTest, OpeningForWritingEmptiesTheFile) {
-  open(full);
+  open(wholeFile);
   EXPECT_EQ(folder_.read("file"), "");
   file_.close();
   EXPECT_EQ(folder_.read("file"), "");
 }
 
 TEST_F(ConsolidatedFileTest, OpeningForADumpKeepsTheFile) {
-  openForDump(full);
+  openForDump(wholeFile);
   ASSERT_TRUE(file_.isOpen());
   file_.close();
-  EXPECT_EQ(folder_.read("file"), full);
+  EXPECT_EQ(folder_.read("file"), wholeFile);
 }
 
 TEST_F(ConsolidatedFileTest, SavingOntoTheStreamOfADumpChangesNothing) {
-  openForDump(full);
+  openForDump(wholeFile);
   file_.setProject("other");
   file_.addHierarchy(folder_.write("hierarchy", "more:"));
-  EXPECT_EQ(saved(), full);
+  EXPECT_EQ(saved(), wholeFile);
 }
 
 TEST_F(ConsolidatedFileTest, DumpingInCreateModeReadsNoModelButKeepsTheFile) {
-  file_.openOrCreate(folder_.write("file", full), true, true);
+  file_.openOrCreate(folder_.write("file", wholeFile), true, true);
   ASSERT_TRUE(file_.isOpen());
   EXPECT_EQ(file_.table(), Table());
   file_.dumpDwarf(folder_.path("dump"));
   EXPECT_EQ(folder_.read("dump"), "");
-  EXPECT_EQ(saved(), full);
+  EXPECT_EQ(saved(), wholeFile);
 }
 
 TEST_F(ConsolidatedFileTest, AMissingFileHasNoStreamForADump) {
@@ -150,10 +150,10 @@ TEST_F(ConsolidatedFileTest, ThreeRunsWithOneNameGiveThreeProjectEntries) {
 }
 
 TEST_F(ConsolidatedFileTest, AnEmptyProjectNameAddsNoEntryAndKeepsTheName) {
-  open(full);
+  open(wholeFile);
   file_.setProject("");
   EXPECT_EQ(file_.projectName(), "proj");
-  EXPECT_EQ(saved(), full);
+  EXPECT_EQ(saved(), wholeFile);
 }
 
 TEST_F(ConsolidatedFileTest, EveryProjectEntryIsWrittenWithTheCurrentName) {
@@ -186,7 +186,7 @@ TEST_F(ConsolidatedFileTest, EnsuresRecordsOnlyOnceAKernelIsKnown) {
 }
 
 TEST_F(ConsolidatedFileTest, OpeningAgainForgetsTheFileBefore) {
-  openForDump(full);
+  openForDump(wholeFile);
   const std::string other = folder_.path("other");
   file_.openOrCreate(other, false, false);
   EXPECT_EQ(file_.projectName(), "");
@@ -197,7 +197,7 @@ TEST_F(ConsolidatedFileTest, OpeningAgainForgetsTheFileBefore) {
 }
 
 TEST_F(ConsolidatedFileTest, ClosingForgetsEverything) {
-  openForDump(full);
+  openForDump(wholeFile);
   file_.close();
   EXPECT_FALSE(file_.isOpen());
   EXPECT_EQ(file_.projectName(), "");
@@ -206,7 +206,7 @@ TEST_F(ConsolidatedFileTest, ClosingForgetsEverything) {
 }
 
 TEST_F(ConsolidatedFileTest, PrintsHeaderAndTableInDecimalAndTheMagicInHexadecimal) {
-  openForDump(full);
+  openForDump(wholeFile);
   const StreamCapture capture;
   file_.printHeader();
   // After the table of 4 entries stand 4, 4, 170 and 55 bytes.

@@ -24,12 +24,22 @@ std::string list(std::size_t count, MakeElement makeElement) {
 }
 
 // The lists of a record in the order in which they stand; the type is among them.
-enum Part : std::size_t { Paths, Type, Arguments, Variables, HardwareVariables, Conditions, Brams };
+struct Part {
+  enum Index : std::size_t {
+    Paths,
+    Type,
+    Arguments,
+    Variables,
+    HardwareVariables,
+    Conditions,
+    Brams
+  };
+};
 
 // A file with one kernel, of which one part is as given.
-std::string withPart(Part part, const std::string& bytes) {
+std::string withPart(std::size_t part, const std::string& bytes) {
   std::string record = text("k");
-  for (std::size_t i = Paths; i <= Brams; ++i) record += i == part ? bytes : u32(0);
+  for (std::size_t i = Part::Paths; i <= Part::Brams; ++i) record += i == part ? bytes : u32(0);
   return container({{SectionKind::KernelRecords, u32(1) + record}});
 }
 
@@ -94,7 +104,7 @@ PrepareWork merging(std::function<void(KernelRecord& kernel, std::size_t number)
 
 void addListCases(std::vector<GrowthCase>& cases, const KeyShape& shape) {
   const auto key = shape.key;
-  const auto put = [&](const std::string& name, Part part, auto makeElement) {
+  const auto put = [&](const std::string& name, std::size_t part, auto makeElement) {
     cases.push_back({"Stored" + name + shape.name, rewriting([=](std::size_t size) {
                        return withPart(part, list(size, makeElement));
                      })});
@@ -102,13 +112,13 @@ void addListCases(std::vector<GrowthCase>& cases, const KeyShape& shape) {
   const auto variable = [key](std::size_t i) {
     return text(key(i)) + text("r") + text("int") + u32(0);
   };
-  put("Paths", Paths, [key](std::size_t i) { return text(key(i)); });
-  put("Arguments", Arguments, variable);
-  put("Variables", Variables, variable);
-  put("HardwareVariables", HardwareVariables,
+  put("Paths", Part::Paths, [key](std::size_t i) { return text(key(i)); });
+  put("Arguments", Part::Arguments, variable);
+  put("Variables", Part::Variables, variable);
+  put("HardwareVariables", Part::HardwareVariables,
       [key](std::size_t i) { return text(key(i)) + u32(1) + u32(1) + u32(2); });
-  put("Conditions", Conditions, [key](std::size_t i) { return condition(key(i)); });
-  put("Brams", Brams, [key](std::size_t i) { return text(key(i)); });
+  put("Conditions", Part::Conditions, [key](std::size_t i) { return condition(key(i)); });
+  put("Brams", Part::Brams, [key](std::size_t i) { return text(key(i)); });
   cases.push_back({"StoredKernels" + shape.name, rewriting([key](std::size_t size) {
                      return container({{SectionKind::KernelRecords, list(size, [&](std::size_t i) {
                                           return kernelRecord(key(i), 0);
@@ -159,21 +169,21 @@ void addNumberCases(std::vector<GrowthCase>& cases) {
 }
 
 void addInnerListCases(std::vector<GrowthCase>& cases) {
-  const auto put = [&](const std::string& name, Part part, auto makeElement) {
+  const auto put = [&](const std::string& name, std::size_t part, auto makeElement) {
     cases.push_back({"Stored" + name, rewriting([=](std::size_t size) {
                        return withPart(part, u32(1) + makeElement(size));
                      })});
   };
   const auto location = [](std::size_t i) { return u64(i); };
   const std::string variable = text("a") + text("r") + text("int");
-  put("Instances", Arguments,
+  put("Instances", Part::Arguments,
       [=](std::size_t size) { return variable + list(size, [](auto) { return u32(0); }); });
-  put("InstanceBits", Variables,
+  put("InstanceBits", Part::Variables,
       [=](std::size_t size) { return variable + u32(1) + list(size, location); });
-  put("Locations", HardwareVariables,
+  put("Locations", Part::HardwareVariables,
       [=](std::size_t size) { return text("r") + list(size, location); });
-  put("LongName", Paths, [](std::size_t size) { return text(std::string(256 * size, 'n')); });
-  put("LongNameOfZeros", Paths,
+  put("LongName", Part::Paths, [](std::size_t size) { return text(std::string(256 * size, 'n')); });
+  put("LongNameOfZeros", Part::Paths,
       [](std::size_t size) { return text(std::string(256 * size, '\0')); });
 }
 
@@ -191,11 +201,11 @@ void addConditionCases(std::vector<GrowthCase>& cases) {
     cases.push_back({std::string("LongCondition") + shape.name,
                      rewriting([part = shape.part](std::size_t size) {
                        const std::string parts = joined(size, [&](auto) { return part; });
-                       return withPart(Conditions, u32(1) + condition(parts + "z"));
+                       return withPart(Part::Conditions, u32(1) + condition(parts + "z"));
                      })});
   }
   cases.push_back({"TriviallyTrueConditions", rewriting([](std::size_t size) {
-                     return withPart(Conditions, list(size, [](auto) {
+                     return withPart(Part::Conditions, list(size, [](auto) {
                                        return u32(0) + text("(1'b1 == 1'b1)");
                                      }));
                    })});

@@ -23,10 +23,10 @@ namespace po = boost::program_options;
 namespace consolidator {
 namespace {
 
-using MakeText = std::function<std::string(po::error_with_option_name&)>;
+using TextMaker = std::function<std::string(po::error_with_option_name&)>;
 
 // What is made of the error that the word gives; nothing when there is none, or one without a name.
-std::optional<std::string> textOf(const std::string& word, const MakeText& makeText) {
+std::optional<std::string> textOf(const std::string& word, const TextMaker& makeText) {
   static const ConsolidatorOptions options(0, nullptr);
   const std::array<const char*, 1> words{word.c_str()};
   try {

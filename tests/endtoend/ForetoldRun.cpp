@@ -22,15 +22,15 @@ namespace consolidator {
 namespace {
 
 namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
-using Stamp = std::tuple<ino_t, mode_t, off_t, time_t, long>;
+using RunWords = std::vector<std::string>;
+using FileStamp = std::tuple<ino_t, mode_t, off_t, time_t, long>;
 
 // Empty in a build without it.
-constexpr const char* inspector = CONSOLIDATOR_INSPECT_EXECUTABLE;
+constexpr const char* inspectorPath = CONSOLIDATOR_INSPECT_EXECUTABLE;
 
 // What changes when a file is touched, of all that is in a folder, and of the folder.
-std::map<std::string, Stamp> stamps(const fs::path& folder) {
-  std::map<std::string, Stamp> found;
+std::map<std::string, FileStamp> stampsIn(const fs::path& folder) {
+  std::map<std::string, FileStamp> found;
   const auto note = [&](const fs::path& path) {
     struct stat status {};
 
@@ -43,17 +43,17 @@ std::map<std::string, Stamp> stamps(const fs::path& folder) {
   return found;
 }
 
-bool namesPipe(const Words& words, const fs::path& folder) {
+bool namesPipe(const RunWords& words, const fs::path& folder) {
   return std::any_of(words.begin(), words.end(), [&](const std::string& word) {
     std::error_code none;
     return fs::is_fifo(folder / word, none);
   });
 }
 
-bool canBeAsked(const Words& words, const fs::path& folder) {
+bool canBeAsked(const RunWords& words, const fs::path& folder) {
   constexpr std::size_t ample = 100'000;
   // Memory faults meet every program that is started.
-  if (*inspector == '\0' || std::getenv("LD_PRELOAD") != nullptr) return false;
+  if (*inspectorPath == '\0' || std::getenv("LD_PRELOAD") != nullptr) return false;
   const std::size_t size =
       std::transform_reduce(words.begin(), words.end(), std::size_t{0}, std::plus(),
                             [](const std::string& word) { return word.size() + 9; });
@@ -70,7 +70,7 @@ std::string inJson(std::string_view text) {
   return isWritten ? out.GetString() : std::string();
 }
 
-std::string joined(const Words& words) {
+std::string joinedWords(const RunWords& words) {
   std::string text;
   for (const std::string& word : words) text += "[" + word + "] ";
   return text;
@@ -79,14 +79,15 @@ std::string joined(const Words& words) {
 }  // namespace
 
 // The document of a large run has as much to say as the run has: all but the beginning is dropped.
-ForetoldRun::ForetoldRun(const Words& words, const std::string& folder) : line_(joined(words)) {
+ForetoldRun::ForetoldRun(const RunWords& words, const std::string& folder)
+    : line_(joinedWords(words)) {
   if (!canBeAsked(words, folder)) return;
-  Words asked{"bash", "-c", R"("$0" explain --format=json -- "$@" | head --bytes=1000000)",
-              inspector};
+  RunWords asked{"bash", "-c", R"("$0" explain --format=json -- "$@" | head --bytes=1000000)",
+                 inspectorPath};
   asked.insert(asked.end(), std::next(words.begin()), words.end());
-  const auto before = stamps(folder);
+  const auto before = stampsIn(folder);
   document_ = ExecutableRun("/bin/bash", asked, folder).outcome().out;
-  EXPECT_EQ(stamps(folder), before) << line_;
+  EXPECT_EQ(stampsIn(folder), before) << line_;
 }
 
 void ForetoldRun::expect(const Outcome& outcome) const {

@@ -96,7 +96,7 @@ constexpr const char* refusedVersion =
     "Unsupported hierarchy file: /dev/fd/9\nVersion: 3.40282e+38\nSupported Version: 1\n";
 constexpr const char* refusedAuxiliary = "Malformed auxiliary file: /dev/fd/9\n";
 
-constexpr std::array lines{
+constexpr std::array longLines{
     LongLine{"HierarchyComment", 'h', "#", 'c', "", Memory::Bounded, "", ""},
     LongLine{"HierarchyWhiteSpace", 'h', "type:", ' ', "c", Memory::Bounded, "", ""},
     LongLine{"HierarchyName", 'h', "", 'n', ":", Memory::TimesTheLine, "", ""},
@@ -121,7 +121,7 @@ const auto lineName = [](const testing::TestParamInfo<LongLine>& info) {
   return std::string(info.param.name);
 };
 
-INSTANTIATE_TEST_SUITE_P(Lines, LongLineTest, testing::ValuesIn(lines), lineName);
+INSTANTIATE_TEST_SUITE_P(Lines, LongLineTest, testing::ValuesIn(longLines), lineName);
 
 }  // namespace
 }  // namespace consolidator

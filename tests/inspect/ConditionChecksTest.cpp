@@ -9,11 +9,6 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string prepared(std::string_view condition) {
-  ConditionPreparer preparer;
-  return std::string(preparer.prepare(condition));
-}
-
 BreakableCondition sourceLine(std::string_view text, std::uint32_t line, std::string_view file) {
   BreakableCondition condition(ConditionKind::SourceLine, text);
   condition.line = line;
@@ -101,7 +96,7 @@ TEST(ConditionChecksTest, FindsConditionThatTheNextSaveChanges) {
 }
 
 TEST(ConditionChecksTest, LetsSavesSwapTwoOperands) {
-  EXPECT_NE(prepared("== $i/a 1'b1"), "== $i/a 1'b1");
+  EXPECT_NE(ConditionPreparer().prepare("== $i/a 1'b1"), "== $i/a 1'b1");
   EXPECT_EQ(countsWith("== $i/a 1'b1"), Counts());
   EXPECT_EQ(countsWith("$i/flag"), Counts());
 }

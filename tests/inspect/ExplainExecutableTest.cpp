@@ -18,9 +18,9 @@ namespace consolidator::inspect {
 namespace {
 
 namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
+using CommandLine = std::vector<std::string>;
 
-void fill(const TemporaryFolder& folder) {
+void fillFolder(const TemporaryFolder& folder) {
   folder.write("h", "k:\n type: hls\n instance path: /t/k_1\n");
   folder.write("refused.h", "version: 2\n");
   folder.write("x.dbg", "RTL a b c\nlocal i\nat k.c:1\nend i_r\n");
@@ -40,7 +40,7 @@ void fill(const TemporaryFolder& folder) {
 }
 
 // Sizes and times of all that is in a folder, and of the folder.
-std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> stamps(const std::string& folder) {
+std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> stampsIn(const std::string& folder) {
   std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> found;
   const auto note = [&](const std::string& path) {
     struct stat status {};
@@ -56,15 +56,15 @@ std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> stamps(const std::
 }
 
 // Expects that the explanation tells the status and the output of the run and touches nothing.
-void expectSameRun(const Words& words) {
+void expectSameRun(const CommandLine& words) {
   const TemporaryFolder folder;
-  fill(folder);
-  Words explain{"explain", "--format=json", "--"};
+  fillFolder(folder);
+  CommandLine explain{"explain", "--format=json", "--"};
   explain.insert(explain.end(), words.begin(), words.end());
-  const auto before = stamps(folder.path("."));
+  const auto before = stampsIn(folder.path("."));
   const Outcome explained = startInspect(explain, folder.path("")).outcome();
-  EXPECT_EQ(stamps(folder.path(".")), before);
-  Words line{"consolidator"};
+  EXPECT_EQ(stampsIn(folder.path(".")), before);
+  CommandLine line{"consolidator"};
   line.insert(line.end(), words.begin(), words.end());
   const Outcome real = ExecutableRun(CONSOLIDATOR_EXECUTABLE, line, folder.path("")).outcome();
 
@@ -77,14 +77,14 @@ void expectSameRun(const Words& words) {
   EXPECT_EQ(document["stderr"].GetString(), real.err);
 }
 
-std::string joined(const Words& words) {
+std::string joinedWords(const CommandLine& words) {
   std::string text;
   for (const std::string& word : words) text += "[" + word + "] ";
   return text;
 }
 
 TEST(ExplainExecutable, TellsWhatTheRunPrints) {
-  const std::vector<Words> lines{
+  const std::vector<CommandLine> lines{
       {},
       {"--help"},
       {"--version"},
@@ -107,39 +107,39 @@ TEST(ExplainExecutable, TellsWhatTheRunPrints) {
       {"-f", "", "-h", "h"},
       {"-f", "[a,b]", "-h", "{}", "--", "h"},
   };
-  for (const Words& words : lines) {
-    SCOPED_TRACE(joined(words));
+  for (const CommandLine& words : lines) {
+    SCOPED_TRACE(joinedWords(words));
     expectSameRun(words);
   }
 }
 
 TEST(ExplainExecutable, TellsWhatAnyRunPrints) {
-  const Words files{"h",        "refused.h", "x.dbg",  "xml",      "refused.xml", "refused.aux",
-                    "ll",       "made",      "newer",  "foreign",  "empty",       "folder",
-                    "dangling", "link",      "",       "missing",  "folder/new",  "./made",
-                    "made/",    "nowhere",   "h/file", "/dev/null"};
-  const Words inputs{"-d", "-h", "-k", "-s", "-x", "-l", "-r"};
-  const Words others{"-a", "-c",        "--create", "--help", "-v",     "--",         "stray",
-                     "-q", "--dump-js", "-u",       "-p",     "-pname", "--project=x"};
+  const CommandLine files{
+      "h",          "refused.h", "x.dbg", "xml",     "refused.xml", "refused.aux", "ll", "made",
+      "newer",      "foreign",   "empty", "folder",  "dangling",    "link",        "",   "missing",
+      "folder/new", "./made",    "made/", "nowhere", "h/file",      "/dev/null"};
+  const CommandLine inputs{"-d", "-h", "-k", "-s", "-x", "-l", "-r"};
+  const CommandLine others{"-a", "-c",        "--create", "--help", "-v",     "--",         "stray",
+                           "-q", "--dump-js", "-u",       "-p",     "-pname", "--project=x"};
   std::mt19937 random(20240607);
-  const auto pick = [&](const Words& from) { return from[random() % from.size()]; };
+  const auto pick = [&](const CommandLine& from) { return from[random() % from.size()]; };
   for (int round = 0; round < 500; ++round) {
-    Words words;
+    CommandLine words;
     if (random() % 10 > 0) words.insert(words.end(), {"-f", pick(files)});
     for (auto left = random() % 5; left > 0; --left) {
       words.insert(words.end(), {pick(inputs), pick(files)});
     }
     if (random() % 3 == 0) words.push_back(pick(others));
     if (random() % 3 == 0) words.push_back(pick(files));
-    SCOPED_TRACE(joined(words));
+    SCOPED_TRACE(joinedWords(words));
     expectSameRun(words);
   }
 }
 
 TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {
   const TemporaryFolder folder;
-  fill(folder);
-  const auto status = [&](Words words) {
+  fillFolder(folder);
+  const auto status = [&](CommandLine words) {
     words.insert(words.begin(), "explain");
     return startInspect(words, folder.path("")).outcome().status;
   };
@@ -156,14 +156,15 @@ TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {
 }
 
 TEST(ExplainExecutable, WantsTwoDashesBeforeTheCommandLine) {
-  for (const Words& words : std::vector<Words>{{"-f", "x", "-h", "y"}, {"-h"}, {"-c", "--"}, {}}) {
-    Words line{"explain"};
+  for (const CommandLine& words :
+       std::vector<CommandLine>{{"-f", "x", "-h", "y"}, {"-h"}, {"-c", "--"}, {}}) {
+    CommandLine line{"explain"};
     line.insert(line.end(), words.begin(), words.end());
     EXPECT_EQ(startInspect(line, "/").outcome(),
               (Outcome{2, "",
                        "consolidator-inspect: explain: the command line of consolidator has to "
                        "follow \"--\" (see \"consolidator-inspect explain --help\")\n"}))
-        << joined(words);
+        << joinedWords(words);
   }
 }
 

@@ -8,7 +8,7 @@
 namespace consolidator::inspect {
 namespace {
 
-ExplainedInput makeInput(InputKind kind, InputOutcome outcome) {
+ExplainedInput explainedInput(InputKind kind, InputOutcome outcome) {
   ExplainedInput input;
   input.path = "path";
   input.kind = kind;
@@ -25,8 +25,8 @@ TEST(ExplainText, TellsAnEmptyRunInThreeLines) {
 
 TEST(ExplainText, TellsAllThatThereIs) {
   Explanation explanation;
-  explanation.inputs = {makeInput(InputKind::LogicLocations, InputOutcome::Used),
-                        makeInput(InputKind::KernelXml, InputOutcome::Refused)};
+  explanation.inputs = {explainedInput(InputKind::LogicLocations, InputOutcome::Used),
+                        explainedInput(InputKind::KernelXml, InputOutcome::Refused)};
   ExplainedInput& used = explanation.inputs[0];
   used.gave = {{"k", "kernel", std::nullopt, 1, std::nullopt},
                {"k", "hardware_variable", std::nullopt, 2, std::nullopt}};
@@ -71,7 +71,7 @@ TEST(ExplainText, TellsAllThatThereIs) {
 
 TEST(ExplainText, CountsWhatItDoesNotList) {
   Explanation explanation;
-  explanation.inputs = {makeInput(InputKind::Hierarchy, InputOutcome::Used)};
+  explanation.inputs = {explainedInput(InputKind::Hierarchy, InputOutcome::Used)};
   explanation.inputs[0].gave.resize(23, {"k", "kernel", std::nullopt, 1, std::nullopt});
   explanation.isNeverFoundLimited = true;
   explanation.isClosestLimited = true;
@@ -83,7 +83,7 @@ TEST(ExplainText, CountsWhatItDoesNotList) {
 
 TEST(ExplainText, ShowsControlCharactersOfNamesHarmless) {
   Explanation explanation;
-  explanation.inputs = {makeInput(InputKind::Hierarchy, InputOutcome::Skipped)};
+  explanation.inputs = {explainedInput(InputKind::Hierarchy, InputOutcome::Skipped)};
   explanation.inputs[0].path = "a\x1B[2Jb";
   explanation.neverFound = {{"\x1B", "\x1B", "\x1B", "\x1B", "\x1B"}};
   explanation.losses = {{"damaged", "\x1B"}};

@@ -14,16 +14,16 @@
 namespace consolidator::inspect {
 namespace {
 
-using Codes = std::vector<std::string>;
+using LossCodes = std::vector<std::string>;
 
 class ExplainedLossesTest : public testing::Test {
  protected:
   // The codes of what a run with these options loses of a file with these bytes.
-  Codes losses(const std::string& bytes, std::vector<std::string> words) {
+  LossCodes losses(const std::string& bytes, std::vector<std::string> words) {
     words.insert(words.begin(), {"-f", folder_.write("file", bytes)});
     explanation_ = explainRun(words);
     EXPECT_EQ(folder_.read("file"), bytes);
-    Codes codes;
+    LossCodes codes;
     for (const Loss& loss : explanation_.losses) codes.push_back(loss.code);
     return codes;
   }
@@ -46,42 +46,42 @@ TEST_F(ExplainedLossesTest, NameSectionsBeyondTwoGibibytes) {
 }
 
 TEST_F(ExplainedLossesTest, NameADumpOfNothing) {
-  EXPECT_EQ(losses(fileWithJson, {"-u", folder_.path("out")}), Codes{"dump-empty"});
-  EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("out")}), Codes());
+  EXPECT_EQ(losses(fileWithJson, {"-u", folder_.path("out")}), LossCodes{"dump-empty"});
+  EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("out")}), LossCodes());
   const std::string outside = header(1) + entry(1, 40, 1);
-  EXPECT_EQ(losses(outside, {"-u", folder_.path("out")}), Codes{"dump-empty"});
+  EXPECT_EQ(losses(outside, {"-u", folder_.path("out")}), LossCodes{"dump-empty"});
   EXPECT_FALSE(folder_.holds("out"));
 }
 
 TEST_F(ExplainedLossesTest, NameADumpThatCannotBeOpened) {
-  EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("")}), Codes{"dump-not-written"});
+  EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("")}), LossCodes{"dump-not-written"});
 }
 
 TEST_F(ExplainedLossesTest, NameTheSecondOfTwoDumps) {
   const std::string file = container({{SectionKind::Dwarf, "d"}, {SectionKind::Json, emptyJson()}});
   EXPECT_EQ(losses(file, {"-j", folder_.path("j"), "-u", folder_.path("u")}),
-            Codes{"dump-not-written"});
+            LossCodes{"dump-not-written"});
 }
 
 TEST_F(ExplainedLossesTest, NameADumpOverTheFileItself) {
-  EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("file")}), Codes{"dump-over-file"});
+  EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("file")}), LossCodes{"dump-over-file"});
   EXPECT_TRUE(explanation_.after.empty());
 }
 
 TEST_F(ExplainedLossesTest, AreNoneWhereADumpLeavesInputsUnread) {
   EXPECT_EQ(losses(fileWithJson, {"-j", folder_.path("out"), "-k", folder_.path("missing")}),
-            Codes());
+            LossCodes());
   ASSERT_EQ(explanation_.inputs.size(), 1U);
   EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
   EXPECT_EQ(explanation_.inputs[0].reason, "the run dumps a section");
 }
 
 TEST_F(ExplainedLossesTest, AreNoneWhereARunIsNotMade) {
-  EXPECT_EQ(losses(fileWithJson, {"-k", "xml", "--help"}), Codes());
+  EXPECT_EQ(losses(fileWithJson, {"-k", "xml", "--help"}), LossCodes());
   EXPECT_EQ(explanation_.inputs.at(0).reason, "the run prints its usage");
-  EXPECT_EQ(losses(fileWithJson, {"-k", "xml", "-v"}), Codes());
+  EXPECT_EQ(losses(fileWithJson, {"-k", "xml", "-v"}), LossCodes());
   EXPECT_EQ(explanation_.inputs.at(0).reason, "the run prints its version");
-  EXPECT_EQ(losses(header(0, 2, 0), {"-k", "xml"}), Codes{"version-unsupported"});
+  EXPECT_EQ(losses(header(0, 2, 0), {"-k", "xml"}), LossCodes{"version-unsupported"});
   EXPECT_EQ(explanation_.inputs.at(0).reason, "the run ends before its inputs");
 }
 

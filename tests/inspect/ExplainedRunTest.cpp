@@ -18,14 +18,15 @@
 namespace consolidator::inspect {
 namespace {
 
-using Lines = std::vector<std::uint64_t>;
+using LineNumbers = std::vector<std::uint64_t>;
 
-const std::string hierarchy = "k:\n type: hls\n instance path: /t/k_1\n instance path: /t/k_10\n";
+const std::string pathsThatBeginAlike =
+    "k:\n type: hls\n instance path: /t/k_1\n instance path: /t/k_10\n";
 
-// Lines of a debug file that a variable needs around itself.
-std::string hls(const std::string& lines) { return "RTL a b c\n" + lines; }
+// LineNumbers of a debug file that a variable needs around itself.
+std::string inFunction(const std::string& lines) { return "RTL a b c\n" + lines; }
 
-std::string bit(const std::string& net) { return "Bit 1 0x2 3 d 4 Net=" + net + "\n"; }
+std::string bitOf(const std::string& net) { return "Bit 1 0x2 3 d 4 Net=" + net + "\n"; }
 
 const std::set<std::string> dwarfRefusals{"a pipe, whose size cannot be known",
                                           "a file of 2 GiB or more",
@@ -34,11 +35,12 @@ const std::set<std::string> dwarfRefusals{"a pipe, whose size cannot be known",
 class ExplainedRunTest : public testing::Test {
  protected:
   ExplainedInput explainInput(const std::string& option, const std::string& text) {
-    folder_.write("k.dbg", hls("local i\nat k.c:1\nend i_r\n"));
+    folder_.write("k.dbg", inFunction("local i\nat k.c:1\nend i_r\n"));
     const std::string input = folder_.write(option == "-s" ? "x.dbg" : "input", text);
     std::vector<std::string> words{"-c", "-f", folder_.path("new")};
     if (option == "-l" || option == "-r") {
-      words.insert(words.end(), {"-h", folder_.write("h", hierarchy), "-s", folder_.path("k.dbg")});
+      words.insert(words.end(),
+                   {"-h", folder_.write("h", pathsThatBeginAlike), "-s", folder_.path("k.dbg")});
     }
     words.insert(words.end(), {option, input});
     explanation_ = explainRun(words);
@@ -46,7 +48,8 @@ class ExplainedRunTest : public testing::Test {
   }
 
   // What is ignored for a reason; no lines if nothing is.
-  Lines ignored(const std::string& option, const std::string& text, const std::string& reason) {
+  LineNumbers ignored(const std::string& option, const std::string& text,
+                      const std::string& reason) {
     for (const IgnoredLines& lines : explainInput(option, text).ignored) {
       if (lines.reason == reason) return lines.firstLines;
     }
@@ -85,7 +88,7 @@ class ExplainedRunTest : public testing::Test {
 // So many nets of an instance whose path begins like that of another one.
 std::string doubtfulBits(int count) {
   std::string bits;
-  for (int i = 0; i < count; ++i) bits += bit("t/k_10/" + std::to_string(i) + "/i_r");
+  for (int i = 0; i < count; ++i) bits += bitOf("t/k_10/" + std::to_string(i) + "/i_r");
   return bits;
 }
 
@@ -105,16 +108,16 @@ std::set<std::string> listedReasons(const std::string& heading) {
   return reasons;
 }
 
-struct Reason {
+struct ExpectedReason {
   const char* option;
   std::string text;
   const char* reason;
-  Lines lines;
+  LineNumbers lines;
 };
 
 TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
   const std::string longLine(2048, 'x');
-  const std::vector<Reason> reasons{
+  const std::vector<ExpectedReason> reasons{
       {"-h", "k:\ntype: foo\n", "a type that is not known", {2}},
       {"-h", "k:\ntype: c\ntype: ip\n", "a type that a later one replaces", {3}},
       {"-h", "k:\nversion: x\na:\n", "all that follows a \"version:\" without a number", {2}},
@@ -148,31 +151,31 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
       {"-s", "RTL a b c\n local i\n", "a line that begins with white space", {2}},
       {"-s", "#\nRTL a b c\nlocal i\nend i_r\n", "a function without a source position", {2}},
       {"-s",
-       hls("local i\nat k.c:1\nend r\nRTL a b d\nlocal j\nat l.c:1\nend s\n"),
+       inFunction("local i\nat k.c:1\nend r\nRTL a b d\nlocal j\nat l.c:1\nend s\n"),
        "a function whose first source line another one has",
        {5}},
       {"-s",
-       hls("local i\nat k.c:1\nat k.c:2\nend r\n"),
+       inFunction("local i\nat k.c:1\nat k.c:2\nend r\n"),
        "a source position after a function's first",
        {4}},
       {"-s",
-       hls("local i\nat k.c:1\nreg: a:b\nend r\n"),
+       inFunction("local i\nat k.c:1\nreg: a:b\nend r\n"),
        "a register that the end of its block replaces",
        {4}},
       {"-s",
-       hls("local i\nat k.c:1\nlocal j\n"),
+       inFunction("local i\nat k.c:1\nlocal j\n"),
        "a line that ends a block in place of its register",
        {4}},
       {"-s",
-       hls("local i\nat k.c:1\nat k.c:2 more\n"),
+       inFunction("local i\nat k.c:1\nat k.c:2 more\n"),
        "a line that ends a block in place of its register",
        {4}},
       {"-s",
-       hls("local i\nat k.c:1\nend\n"),
+       inFunction("local i\nat k.c:1\nend\n"),
        "the register of a variable, which its last line does not give",
        {4}},
       {"-s",
-       hls("local i\nat k.c:1\n"),
+       inFunction("local i\nat k.c:1\n"),
        "the register of a variable, which the end of the file cuts off",
        {4}},
       {"-s", std::string("#a\n#b\0c\n", 8), "the rest of a line after a zero byte", {2}},
@@ -215,10 +218,13 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
       {"-l", "; c\nBit 1 x\n", "a bit whose numbers cannot be read", {2}},
       {"-l", "; c\nInfo x\n", "a line of another kind", {2}},
       {"-l", "; c\nBit 1 0x2 3 d 4 Ram=1\n", "a bit without a net", {2}},
-      {"-l", "; c\n" + bit("t/k_1/i_r[268435456]"), "a bit index of 268435456 or more", {2}},
-      {"-l", "; c\n" + bit("t/k_1/i_r[x]"), "a bit index that is no number", {2}},
-      {"-l", "; c\n" + bit("other/i_r"), "a net outside every instance", {2}},
-      {"-l", "; c\n" + bit("t/k_1/j_r"), "a net inside an instance, but of no known register", {2}},
+      {"-l", "; c\n" + bitOf("t/k_1/i_r[268435456]"), "a bit index of 268435456 or more", {2}},
+      {"-l", "; c\n" + bitOf("t/k_1/i_r[x]"), "a bit index that is no number", {2}},
+      {"-l", "; c\n" + bitOf("other/i_r"), "a net outside every instance", {2}},
+      {"-l",
+       "; c\n" + bitOf("t/k_1/j_r"),
+       "a net inside an instance, but of no known register",
+       {2}},
       {"-l",
        "; c\nBit 1 0x100000000 3 d 4 Net=t/k_1/i_r\n",
        "the digits of an address beyond 32 bits",
@@ -229,7 +235,7 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
        {2}},
       {"-l", "; c\n" + doubtfulBits(1001), "a doubtful net that there is no room to list", {1002}},
       {"-l",
-       bit("t/k_1/i_r") + "Bit 1 0x3 3 d 4 Net=t/k_1/i_r\n",
+       bitOf("t/k_1/i_r") + "Bit 1 0x3 3 d 4 Net=t/k_1/i_r\n",
        "an earlier location of the bit, which the line replaces",
        {2}},
       {"-r", "\n" + longLine + "\n", "a line over 2047 bytes", {2}},
@@ -245,7 +251,7 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
        {3}},
   };
   std::set<std::string> tested;
-  for (const Reason& reason : reasons) {
+  for (const ExpectedReason& reason : reasons) {
     SCOPED_TRACE(reason.reason);
     tested.insert(reason.reason);
     EXPECT_EQ(ignored(reason.option, reason.text, reason.reason), reason.lines) << reason.text;
@@ -254,18 +260,18 @@ TEST_F(ExplainedRunTest, NamesTheLinesOfAllThatIsIgnored) {
 }
 
 TEST_F(ExplainedRunTest, FindsNothingToIgnoreInPlainInputs) {
-  EXPECT_TRUE(explainInput("-h", "# c\nversion: 1.0\n" + hierarchy).ignored.empty());
-  EXPECT_TRUE(explainInput("-s", hls("local i\nat k.c:1\nend i_r\n")).ignored.empty());
+  EXPECT_TRUE(explainInput("-h", "# c\nversion: 1.0\n" + pathsThatBeginAlike).ignored.empty());
+  EXPECT_TRUE(explainInput("-s", inFunction("local i\nat k.c:1\nend i_r\n")).ignored.empty());
   EXPECT_TRUE(explainInput("-x",
                            "<ak:acceleratorMap ak:functionName=\"k\" >\n"
                            "<ak:arg ak:originalName=\"a\" />\n")
                   .ignored.empty());
-  EXPECT_TRUE(explainInput("-l", "; c\nRevision 3\n\n" + bit("t/k_1/i_r")).ignored.empty());
+  EXPECT_TRUE(explainInput("-l", "; c\nRevision 3\n\n" + bitOf("t/k_1/i_r")).ignored.empty());
 }
 
 TEST_F(ExplainedRunTest, NamesTheLineOfARefusal) {
   const std::string longLine(1024, 'x');
-  const std::vector<Reason> reasons{
+  const std::vector<ExpectedReason> reasons{
       {"-h", "k:\nversion: 2\n", "a version above 1", {2}},
       {"-h", "k:\n\ninstance name: x", "an \"instance\" without \"path:\"", {3}},
       {"-s", "#\nfoo\n", "a line of no known kind", {2}},
@@ -273,12 +279,12 @@ TEST_F(ExplainedRunTest, NamesTheLineOfARefusal) {
       {"-s", "#\nEnd Function a\n", "an \"End Function\" without its beginning", {2}},
       {"-s", "Begin Function a\n", "a \"Begin Function\" without its end", {2}},
       {"-s", "\n" + longLine, "a line over 1023 bytes", {2}},
-      {"-s", hls("local i\n" + longLine), "a line over 1023 bytes", {3}},
+      {"-s", inFunction("local i\n" + longLine), "a line over 1023 bytes", {3}},
       {"-x", "\n" + longLine, "a line over 1023 bytes", {2}},
       {"-x", "\n<ak:arg ak:originalName=\n", "an attribute without a value", {2}},
   };
   std::set<std::string> tested = dwarfRefusals;
-  for (const Reason& reason : reasons) {
+  for (const ExpectedReason& reason : reasons) {
     tested.insert(reason.reason);
     EXPECT_EQ(refusal(reason.option, reason.text),
               std::to_string(reason.lines[0]) + ": " + reason.reason);
@@ -323,7 +329,7 @@ TEST_F(ExplainedRunTest, SaysWhyAnInputIsSkipped) {
 }
 
 TEST_F(ExplainedRunTest, FindsTheMisspeltNetOfARegister) {
-  explainInput("-l", bit("t/k_1/i_r") + bit("t/k_10/x") + bit("t/k_10/i_q"));
+  explainInput("-l", bitOf("t/k_1/i_r") + bitOf("t/k_10/x") + bitOf("t/k_10/i_q"));
   ASSERT_EQ(explanation_.neverFound.size(), 1U);
   const NeverFound& missing = explanation_.neverFound[0];
   EXPECT_EQ(missing.kernel, "k");
@@ -334,14 +340,14 @@ TEST_F(ExplainedRunTest, FindsTheMisspeltNetOfARegister) {
 }
 
 TEST_F(ExplainedRunTest, FindsNoNetThatIsTooDifferent) {
-  explainInput("-l", bit("t/k_1/other"));
+  explainInput("-l", bitOf("t/k_1/other"));
   ASSERT_EQ(explanation_.neverFound.size(), 2U);
   EXPECT_EQ(explanation_.neverFound[0].closest, std::nullopt);
 }
 
 TEST_F(ExplainedRunTest, NamesDoubtfulNets) {
   const ExplainedInput input =
-      explainInput("-l", "; c\n" + bit("t/k_10/i_r[0]") + bit("t/k_10/i_r[1]"));
+      explainInput("-l", "; c\n" + bitOf("t/k_10/i_r[0]") + bitOf("t/k_10/i_r[1]"));
   ASSERT_EQ(input.doubtful.size(), 1U);
   EXPECT_EQ(input.doubtful[0].kernel, "k");
   EXPECT_EQ(input.doubtful[0].instance, "/t/k_1");
@@ -376,25 +382,25 @@ TEST_F(ExplainedRunTest, TellsWhatAnInputDropsItself) {
                     "type=\"int\"/><arg name=\"a\" type=\"char\"/></kernel></core></device>"
                     "</platform></project>"),
             Texts{"argument a: the document has an argument of that name already"});
-  EXPECT_EQ(dropped("-s", hls("local i\nat k.c:1\nend r\nlocal i\nend s\n")),
+  EXPECT_EQ(dropped("-s", inFunction("local i\nat k.c:1\nend r\nlocal i\nend s\n")),
             Texts{"variable i: the file has a variable of that name already"});
-  EXPECT_EQ(dropped("-s", hls("local i\nend r\n")),
+  EXPECT_EQ(dropped("-s", inFunction("local i\nend r\n")),
             Texts{"variable i: a function without a source position"});
 }
 
 TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {
-  using Codes = std::vector<std::string>;
+  using LossList = std::vector<std::string>;
   const std::string whole =
       container({{SectionKind::ProjectName, "name"}, {SectionKind::Json, emptyJson()}});
-  EXPECT_EQ(losses(whole), Codes());
-  EXPECT_EQ(losses(""), Codes());
-  EXPECT_EQ(losses(whole.substr(0, 15)), Codes{"damaged"});
-  EXPECT_EQ(losses(whole.substr(0, 30)), Codes{"damaged"});
-  EXPECT_EQ(losses(header(1) + entry(9, 40, 0)), Codes{"damaged"});
-  EXPECT_EQ(losses(header(1) + entry(0, 40, 1)), Codes{"damaged"});
-  EXPECT_EQ(losses(std::string(16, 'x')), (Codes{"foreign-magic", "version-unsupported"}));
-  EXPECT_EQ(losses(whole, {"-p", "other"}), Codes{"project-differs"});
-  EXPECT_EQ(losses(header(0, 2, 0)), Codes{"version-unsupported"});
+  EXPECT_EQ(losses(whole), LossList());
+  EXPECT_EQ(losses(""), LossList());
+  EXPECT_EQ(losses(whole.substr(0, 15)), LossList{"damaged"});
+  EXPECT_EQ(losses(whole.substr(0, 30)), LossList{"damaged"});
+  EXPECT_EQ(losses(header(1) + entry(9, 40, 0)), LossList{"damaged"});
+  EXPECT_EQ(losses(header(1) + entry(0, 40, 1)), LossList{"damaged"});
+  EXPECT_EQ(losses(std::string(16, 'x')), (LossList{"foreign-magic", "version-unsupported"}));
+  EXPECT_EQ(losses(whole, {"-p", "other"}), LossList{"project-differs"});
+  EXPECT_EQ(losses(header(0, 2, 0)), LossList{"version-unsupported"});
   EXPECT_TRUE(explanation_.after.empty());
 }
 
@@ -404,12 +410,12 @@ TEST_F(ExplainedRunTest, TellsWhatASaveDoesToConditions) {
         text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + conditions + u32(0);
     return losses(container({{SectionKind::KernelRecords, u32(1) + record}}));
   };
-  using Codes = std::vector<std::string>;
-  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 $i/a")), Codes());
-  EXPECT_EQ(saved(u32(1) + u32(0) + text("(1'b1 == 1'b1)")), Codes{"condition-removed"});
-  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 f(x)")), Codes{"condition-decays"});
+  using LossList = std::vector<std::string>;
+  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 $i/a")), LossList());
+  EXPECT_EQ(saved(u32(1) + u32(0) + text("(1'b1 == 1'b1)")), LossList{"condition-removed"});
+  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 f(x)")), LossList{"condition-decays"});
   EXPECT_EQ(saved(u32(2) + u32(0) + text("== 1 $i/a") + u32(0) + text("== $i/a 1")),
-            Codes{"duplicate-condition"});
+            LossList{"duplicate-condition"});
 }
 
 TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {
@@ -425,11 +431,11 @@ TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {
 }
 
 TEST_F(ExplainedRunTest, ComparesDwarfWithTheStoredOne) {
-  using Codes = std::vector<std::string>;
+  using LossList = std::vector<std::string>;
   const std::string file = container({{SectionKind::Dwarf, "bytes"}});
-  EXPECT_EQ(losses(file, {"-d", folder_.write("same", "bytes")}), Codes());
+  EXPECT_EQ(losses(file, {"-d", folder_.write("same", "bytes")}), LossList());
   EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
-  EXPECT_EQ(losses(file, {"-d", folder_.write("other", "byteS")}), Codes{"dwarf-differs"});
+  EXPECT_EQ(losses(file, {"-d", folder_.write("other", "byteS")}), LossList{"dwarf-differs"});
 }
 
 TEST_F(ExplainedRunTest, TellsLocationsThatAreNotTaken) {
@@ -438,7 +444,7 @@ TEST_F(ExplainedRunTest, TellsLocationsThatAreNotTaken) {
                              variable + u32(1) + text("/t/k_1/i_r") + u32(1) + u32(7) + u32(8) +
                              u32(0) + u32(0);
   const std::string file = container({{SectionKind::KernelRecords, u32(1) + record}});
-  EXPECT_EQ(losses(file, {"-l", folder_.write("ll", bit("t/k_1/i_r"))}),
+  EXPECT_EQ(losses(file, {"-l", folder_.write("ll", bitOf("t/k_1/i_r"))}),
             std::vector<std::string>{"locations-differ"});
   EXPECT_TRUE(explanation_.neverFound.empty());
 }

@@ -11,7 +11,7 @@
 namespace consolidator {
 namespace {
 
-BreakableCondition sourceLine() {
+BreakableCondition conditionAtALine() {
   BreakableCondition condition(ConditionKind::SourceLine, "x");
   condition.line = 0x01020304U;
   condition.file = "a.c";
@@ -51,7 +51,7 @@ TEST(BreakableCondition, NumbersItsKinds) {
 // Line and file count for the kinds that do not store them, too.
 TEST(BreakableCondition, ComparesAllFieldsOfEveryKindButNotTheFlag) {
   for (const std::uint32_t kind : {0U, 1U, 2U, 9U}) {
-    BreakableCondition condition = sourceLine();
+    BreakableCondition condition = conditionAtALine();
     condition.kind = kindOf(kind);
     BreakableCondition other = condition;
     other.valid = false;
@@ -77,7 +77,7 @@ TEST(BreakableCondition, ComparesAllFieldsOfEveryKindButNotTheFlag) {
 }
 
 TEST(BreakableCondition, HashesEqualKeysAlike) {
-  const BreakableCondition condition = sourceLine();
+  const BreakableCondition condition = conditionAtALine();
   const BreakableCondition copy = condition;
   EXPECT_EQ(BreakableConditionKey::hash(BreakableConditionKey{}(condition)),
             BreakableConditionKey::hash(BreakableConditionKey{}(copy)));
@@ -97,11 +97,11 @@ TEST(BreakableCondition, HashesKeysOfOtherPartsApart) {
 }
 
 TEST(BreakableCondition, IsWrittenWithLineAndFileAsASourceLine) {
-  EXPECT_EQ(encode(sourceLine()), sourceLineBytes());
+  EXPECT_EQ(encode(conditionAtALine()), sourceLineBytes());
 }
 
 TEST(BreakableCondition, IsWrittenWithoutLineAndFileAsAnyOtherKind) {
-  BreakableCondition condition = sourceLine();
+  BreakableCondition condition = conditionAtALine();
   condition.kind = ConditionKind::Start;
   EXPECT_EQ(encode(condition), hexBytes("00 00 00 00  01 00 00 00 78"));
   condition.kind = ConditionKind::Stop;
@@ -113,7 +113,7 @@ TEST(BreakableCondition, IsWrittenWithoutLineAndFileAsAnyOtherKind) {
 TEST(BreakableCondition, IsReadWithLineAndFileAsASourceLine) {
   BreakableCondition condition;
   EXPECT_TRUE(decode(sourceLineBytes(), condition));
-  EXPECT_EQ(condition, sourceLine());
+  EXPECT_EQ(condition, conditionAtALine());
   EXPECT_TRUE(condition.valid);
 }
 

@@ -12,7 +12,7 @@
 namespace consolidator {
 namespace {
 
-KernelRecord named(std::string_view name) {
+KernelRecord kernelNamed(std::string_view name) {
   KernelRecord kernel;
   kernel.name = name;
   return kernel;
@@ -56,14 +56,14 @@ TEST(KernelJson, RendersAnEmptyList) {
 }
 
 TEST(KernelJson, RendersAKernelWithNothingButAName) {
-  EXPECT_EQ(json(named("k")),
+  EXPECT_EQ(json(kernelNamed("k")),
             "{ \"Name\" : \"k\", \"Instance Paths\" : [  ], \"Type\" : "
             "\"Unknown\", \"Arguments\" : [ ], \"Variables\" : [ ], \"Breakable "
             "Conditions\" : [] }");
 }
 
 TEST(KernelJson, RendersTheDocumentOfOneKernel) {
-  KernelRecord kernel = named("k1");
+  KernelRecord kernel = kernelNamed("k1");
   kernel.addInstancePath("top/k1_1");
   kernel.type = KernelType::HLS;
   kernel.addArgument("a", "p", "int*");
@@ -80,7 +80,7 @@ TEST(KernelJson, RendersTheDocumentOfOneKernel) {
 
 TEST(KernelJson, SeparatesKernels) {
   KernelList kernels;
-  for (const char* name : {"b", "a", "b"}) kernels.append(named(name));
+  for (const char* name : {"b", "a", "b"}) kernels.append(kernelNamed(name));
   const std::string rest =
       R"(, "Instance Paths" : [  ], "Type" : "Unknown", "Arguments" : [ ], "Variables" : [ ], )"
       R"("Breakable Conditions" : [] })";
@@ -89,7 +89,7 @@ TEST(KernelJson, SeparatesKernels) {
 }
 
 TEST(KernelJson, SeparatesTheElementsOfEveryList) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addInstancePath("p");
   kernel.addInstancePath("q");
   kernel.addArgument("a", "b", "char");
@@ -120,7 +120,7 @@ TEST(KernelJson, NamesEveryType) {
       {0, "OpenCL"}, {1, "C"},       {2, "RTL"},     {3, "Unknown"},
       {4, "HLS"},    {5, "Unknown"}, {7, "Unknown"}, {0xFFFFFFFFU, "Unknown"}};
   for (const auto& [number, name] : types) {
-    KernelRecord kernel = named("k");
+    KernelRecord kernel = kernelNamed("k");
     kernel.type = static_cast<KernelType>(number);
     EXPECT_EQ(json(kernel), ExpectedJson().type(name).text()) << number;
   }
@@ -132,7 +132,7 @@ TEST(KernelJson, EndsPathsByTheTypesOfTheArguments) {
       {"const double *", "/U0"}, {"float4", "/U0"},  {"Double", "/inst"},
       {"FLOAT", "/inst"},        {"doubl", "/inst"}, {"", "/inst"}};
   for (const auto& [type, suffix] : suffixes) {
-    KernelRecord kernel = named("k");
+    KernelRecord kernel = kernelNamed("k");
     kernel.addInstancePath("p");
     kernel.addInstancePath("q");
     kernel.addArgument("a", "", "int");
@@ -147,7 +147,7 @@ TEST(KernelJson, EndsPathsByTheTypesOfTheArguments) {
 }
 
 TEST(KernelJson, EndsPathsWithoutLookingAtTheVariables) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addInstancePath("p");
   kernel.addVariable("v", "w", "double");
   EXPECT_EQ(json(kernel),
@@ -155,7 +155,7 @@ TEST(KernelJson, EndsPathsWithoutLookingAtTheVariables) {
 }
 
 TEST(KernelJson, EndsPathsWithoutLookingAtOtherArgumentTexts) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addInstancePath("");
   kernel.addArgument("float", "double", "int");
   EXPECT_EQ(
@@ -164,7 +164,7 @@ TEST(KernelJson, EndsPathsWithoutLookingAtOtherArgumentTexts) {
 }
 
 TEST(KernelJson, RendersAnInstanceWithoutBits) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addVariable("v", "w", "int");
   kernel.variables.find("v")->instanceBits = {{}};
   EXPECT_EQ(json(kernel),
@@ -174,7 +174,7 @@ TEST(KernelJson, RendersAnInstanceWithoutBits) {
 }
 
 TEST(KernelJson, NumbersInstancesByTheirPosition) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addArgument("a", "b", "char");
   kernel.arguments.find("a")->instanceBits = {{{1, 2}, {3, 4}}, {}, {{0, 4294967295U}}};
   EXPECT_EQ(json(kernel), ExpectedJson()
@@ -186,7 +186,7 @@ TEST(KernelJson, NumbersInstancesByTheirPosition) {
 }
 
 TEST(KernelJson, RendersAHardwareVariableWithoutLocations) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addHardwareVariable(HardwareVariable("r"));
   EXPECT_EQ(json(kernel),
             R"({ "Name" : "k", "Instance Paths" : [  ], "Type" : "Unknown", "Arguments" : [ ], )"
@@ -205,20 +205,20 @@ TEST(KernelJson, RendersEveryKindOfCondition) {
   for (const auto& [kind, text] : kinds) {
     BreakableCondition condition = sourceLine("c", 4294967295U, "a.c");
     condition.kind = static_cast<ConditionKind>(kind);
-    KernelRecord kernel = named("k");
+    KernelRecord kernel = kernelNamed("k");
     kernel.addBreakableCondition(condition);
     EXPECT_EQ(json(kernel), ExpectedJson().conditions(text).text()) << kind;
   }
 }
 
 TEST(KernelJson, RendersAConditionOfKindErrorAsOneOfAnUnknownKind) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addBreakableCondition(ConditionKind::Error, "c");
   EXPECT_EQ(json(kernel), ExpectedJson().conditions(R"({ "Error":1, "Cond":"c"})").text());
 }
 
 TEST(KernelJson, RendersASourceLineWithoutFile) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addBreakableCondition(ConditionKind::SourceLine, "");
   EXPECT_EQ(json(kernel), ExpectedJson().conditions(R"({ "File":"", "Line":0, "Cond":""})").text());
 }
@@ -226,7 +226,7 @@ TEST(KernelJson, RendersASourceLineWithoutFile) {
 // This has to stay: consumers take the bytes between the fragments as they are.
 TEST(KernelJson, EscapesNothing) {
   const std::string text("\"\\\n\t\0\x01\xFF</", 9);
-  KernelRecord kernel = named(text);
+  KernelRecord kernel = kernelNamed(text);
   kernel.addInstancePath(text);
   kernel.addArgument(text, text, text);
   kernel.addVariable(text, text, text);
@@ -246,7 +246,7 @@ TEST(KernelJson, EscapesNothing) {
 }
 
 TEST(KernelJson, RendersOneKernelWithItsConditionsAsTheyAre) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addBreakableCondition(ConditionKind::Start, "(1'b1 == 1'b1)");
   kernel.addBreakableCondition(ConditionKind::Start, "(a == 1)");
   EXPECT_EQ(json(kernel), ExpectedJson()
@@ -258,7 +258,7 @@ TEST(KernelJson, RendersOneKernelWithItsConditionsAsTheyAre) {
 TEST(KernelJson, PreparesTheConditionsOfEveryKernelInTheListItself) {
   KernelList kernels;
   for (const char* name : {"k", "k"}) {
-    KernelRecord kernel = named(name);
+    KernelRecord kernel = kernelNamed(name);
     kernel.addBreakableCondition(ConditionKind::Start, "(1'b1 == 1'b1)");
     kernel.addBreakableCondition(ConditionKind::Stop, "(a == 1)");
     kernels.append(kernel);
@@ -278,7 +278,7 @@ TEST(KernelJson, PreparesTheConditionsOfEveryKernelInTheListItself) {
 }
 
 TEST(KernelJson, RendersEmptyConditionsWhenAllAreTriviallyTrue) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addBreakableCondition(ConditionKind::Start, "(1'b1 == 1'b1)");
   KernelList kernels;
   kernels.append(kernel);

@@ -23,7 +23,7 @@ KernelRecord named(std::string_view name, KernelType type = KernelType::Unknown)
 }
 
 // Something in every list, bits, locations and BRAMs included.
-KernelRecord fullKernel() {
+KernelRecord kernelToMerge() {
   KernelRecord kernel = named("k", KernelType::HLS);
   kernel.addInstancePath("top/k");
   kernel.addArgument("a", "p", "int*");
@@ -58,9 +58,9 @@ std::string merged(const KernelSequence& kernels) {
 }
 
 TEST(KernelMerge, AppendsAnUnknownKernelUnchanged) {
-  EXPECT_EQ(merged({fullKernel()}), describe(fullKernel()));
-  EXPECT_EQ(merged({named("other"), fullKernel()}),
-            describe(named("other")) + describe(fullKernel()));
+  EXPECT_EQ(merged({kernelToMerge()}), describe(kernelToMerge()));
+  EXPECT_EQ(merged({named("other"), kernelToMerge()}),
+            describe(named("other")) + describe(kernelToMerge()));
 }
 
 TEST(KernelMerge, AppendsAnUnknownKernelWithItsEqualElements) {
@@ -107,7 +107,7 @@ TEST(KernelMerge, AppendsNewArgumentsAndVariablesWithoutTheirBits) {
   expected.addVariable("v", "w", "char");
   expected.setLogicLocation("r", 2, 7, 8);
   expected.addBreakableCondition(ConditionKind::Start, "(a == 1)");
-  EXPECT_EQ(merged({named("k"), fullKernel()}), describe(expected));
+  EXPECT_EQ(merged({named("k"), kernelToMerge()}), describe(expected));
 }
 
 TEST(KernelMerge, LeavesKnownArgumentsAndVariablesAsTheyAre) {
@@ -118,10 +118,10 @@ TEST(KernelMerge, LeavesKnownArgumentsAndVariablesAsTheyAre) {
     incoming.arguments.append(variable);
     incoming.variables.append(variable);
   }
-  KernelRecord expected = fullKernel();
+  KernelRecord expected = kernelToMerge();
   expected.addArgument("v", "other", "float");
   expected.addVariable("a", "other", "float");
-  EXPECT_EQ(merged({fullKernel(), incoming}), describe(expected));
+  EXPECT_EQ(merged({kernelToMerge(), incoming}), describe(expected));
 }
 
 TEST(KernelMerge, IgnoresAKnownHardwareVariableWithItsLocations) {
@@ -202,8 +202,9 @@ TEST(KernelMerge, NeverMergesBRAMs) {
 }
 
 TEST(KernelMerge, ChangesNothingTheSecondTime) {
-  EXPECT_EQ(merged({fullKernel(), fullKernel()}), merged({fullKernel()}));
-  EXPECT_EQ(merged({named("k"), fullKernel(), fullKernel()}), merged({named("k"), fullKernel()}));
+  EXPECT_EQ(merged({kernelToMerge(), kernelToMerge()}), merged({kernelToMerge()}));
+  EXPECT_EQ(merged({named("k"), kernelToMerge(), kernelToMerge()}),
+            merged({named("k"), kernelToMerge()}));
 }
 
 TEST(KernelMerge, ComparesNamesExactly) {
@@ -227,21 +228,21 @@ TEST(KernelMerge, LooksAtTheFirstOfEqualNamesOnly) {
 }
 
 TEST(KernelMerge, OnlyReadsTheIncomingRecord) {
-  const KernelRecord incoming = fullKernel();
+  const KernelRecord incoming = kernelToMerge();
   KernelList list;
   mergeKernel(list, incoming);
   list.find("k")->addInstancePath("other");
   list.find("k")->prepareBreakableConditions();
   mergeKernel(list, incoming);
-  EXPECT_EQ(describe(incoming), describe(fullKernel()));
+  EXPECT_EQ(describe(incoming), describe(kernelToMerge()));
 }
 
 TEST(KernelMerge, MergesARecordOfTheListItself) {
-  KernelRecord later = fullKernel();
+  KernelRecord later = kernelToMerge();
   later.addInstancePath("later");
-  KernelList list = listOf({fullKernel(), later});
+  KernelList list = listOf({kernelToMerge(), later});
   mergeKernel(list, list[1]);
-  KernelRecord expected = fullKernel();
+  KernelRecord expected = kernelToMerge();
   expected.addInstancePath("later");
   EXPECT_EQ(describeAll(list), describe(expected) + describe(later));
 }
@@ -262,7 +263,7 @@ TEST(KernelMerge, OfManyRecordsIsThatOfOneAfterTheOther) {
 }
 
 TEST(KernelMerge, OfDistinctRecordsIntoAnEmptyListTakesThemAsTheyAre) {
-  const KernelSequence incoming{fullKernel(), named("a"), named("")};
+  const KernelSequence incoming{kernelToMerge(), named("a"), named("")};
   KernelList list;
   mergeKernels(list, KernelSequence(incoming));
   EXPECT_EQ(describeAll(list), describeAll(listOf(incoming)));

@@ -16,7 +16,7 @@
 namespace consolidator {
 namespace {
 
-using Texts = std::vector<std::string>;
+using ToldTexts = std::vector<std::string>;
 
 std::string itemText(Item item) {
   constexpr std::array names{"kernel", "type",     "path",     "argument",  "variable",
@@ -25,8 +25,8 @@ std::string itemText(Item item) {
 }
 
 struct Told {
-  Texts given;
-  Texts dropped;
+  ToldTexts given;
+  ToldTexts dropped;
 };
 
 class ListeningObserver final : public RunObserver {
@@ -53,14 +53,14 @@ class ListeningObserver final : public RunObserver {
   Told heard_;
 };
 
-KernelRecord named(const char* name) {
+KernelRecord kernelNamed(const char* name) {
   KernelRecord kernel;
   kernel.name = name;
   return kernel;
 }
 
 KernelRecord withBits(std::vector<InstanceBits> bits) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.addVariable("v", "v_r", "int");
   kernel.variables.find("v")->instanceBits = std::move(bits);
   return kernel;
@@ -76,74 +76,75 @@ Told told(const KernelRecord& known, const KernelRecord& incoming) {
 }
 
 TEST(MergeReport, CountsWhatANewKernelBrings) {
-  KernelRecord kernel = named("k");
+  KernelRecord kernel = kernelNamed("k");
   kernel.type = KernelType::HLS;
   kernel.addInstancePath("/t/k");
   kernel.addArgument("a", "a_r", "int");
   kernel.setLogicLocation("/t/k/a_r", 1, 2, 3);
   kernel.addBreakableCondition(ConditionKind::Start, "x");
   kernel.addBRAM("m");
-  EXPECT_EQ(told(named("other"), kernel).given,
-            (Texts{"k 1 kernel ", "k 1 type HLS", "k 1 path ", "k 1 argument ", "k 1 register ",
-                   "k 2 location ", "k 1 condition ", "k 1 bram "}));
+  EXPECT_EQ(told(kernelNamed("other"), kernel).given,
+            (ToldTexts{"k 1 kernel ", "k 1 type HLS", "k 1 path ", "k 1 argument ", "k 1 register ",
+                       "k 2 location ", "k 1 condition ", "k 1 bram "}));
 }
 
 TEST(MergeReport, CountsOnlyWhatAKnownKernelGets) {
-  KernelRecord known = named("k");
+  KernelRecord known = kernelNamed("k");
   known.addInstancePath("/t/k");
   KernelRecord incoming = known;
   incoming.addInstancePath("/t/k_2");
-  EXPECT_EQ(told(known, incoming).given, Texts{"k 1 path "});
-  EXPECT_EQ(told(known, known).given, Texts());
+  EXPECT_EQ(told(known, incoming).given, ToldTexts{"k 1 path "});
+  EXPECT_EQ(told(known, known).given, ToldTexts());
 }
 
 TEST(MergeReport, SaysThatBitsOfAKnownKernelAreDropped) {
-  const Texts dropped{"k 1 bits v: bits come only with the record that first names the kernel"};
-  EXPECT_EQ(told(named("k"), withBits({{{1, 2}}})).dropped, dropped);
+  const ToldTexts dropped{"k 1 bits v: bits come only with the record that first names the kernel"};
+  EXPECT_EQ(told(kernelNamed("k"), withBits({{{1, 2}}})).dropped, dropped);
   EXPECT_EQ(told(withBits({{{1, 2}}}), withBits({{{1, 3}}})).dropped, dropped);
-  EXPECT_EQ(told(withBits({{{1, 2}}}), withBits({{{1, 2}}})).dropped, Texts());
-  EXPECT_EQ(told(withBits({{{1, 2}}}), withBits({})).dropped, Texts());
+  EXPECT_EQ(told(withBits({{{1, 2}}}), withBits({{{1, 2}}})).dropped, ToldTexts());
+  EXPECT_EQ(told(withBits({{{1, 2}}}), withBits({})).dropped, ToldTexts());
 }
 
 TEST(MergeReport, SaysThatBlockRamsOfAKnownKernelAreDropped) {
-  KernelRecord incoming = named("k");
+  KernelRecord incoming = kernelNamed("k");
   incoming.addBRAM("m");
   incoming.addBRAM("n");
-  EXPECT_EQ(told(named("k"), incoming).dropped,
-            Texts{"k 2 bram : block RAMs come only with the record that first names the kernel"});
-  EXPECT_EQ(told(incoming, incoming).dropped, Texts());
+  EXPECT_EQ(
+      told(kernelNamed("k"), incoming).dropped,
+      ToldTexts{"k 2 bram : block RAMs come only with the record that first names the kernel"});
+  EXPECT_EQ(told(incoming, incoming).dropped, ToldTexts());
 }
 
 TEST(MergeReport, SaysThatVariablesOfAKnownNameAreDropped) {
-  KernelRecord known = named("k");
+  KernelRecord known = kernelNamed("k");
   known.addArgument("a", "a_r", "int");
   known.addVariable("v", "v_r", "int");
-  KernelRecord incoming = named("k");
+  KernelRecord incoming = kernelNamed("k");
   incoming.addArgument("a", "b_r", "int");
   incoming.addVariable("v", "v_r", "char");
   EXPECT_EQ(told(known, incoming).dropped,
-            (Texts{"k 1 argument a: known with another register or type",
-                   "k 1 variable v: known with another register or type"}));
+            (ToldTexts{"k 1 argument a: known with another register or type",
+                       "k 1 variable v: known with another register or type"}));
 }
 
 TEST(MergeReport, SaysThatAnotherTypeIsDropped) {
-  KernelRecord known = named("k");
+  KernelRecord known = kernelNamed("k");
   known.type = KernelType::C;
-  KernelRecord incoming = named("k");
+  KernelRecord incoming = kernelNamed("k");
   incoming.type = KernelType::HLS;
   EXPECT_EQ(told(known, incoming).dropped,
-            Texts{"k 1 type HLS: the kernel has another type already"});
-  EXPECT_EQ(told(known, named("k")).dropped, Texts());
+            ToldTexts{"k 1 type HLS: the kernel has another type already"});
+  EXPECT_EQ(told(known, kernelNamed("k")).dropped, ToldTexts());
 }
 
 TEST(MergeReport, SaysThatOtherLocationsOfARegisterAreDropped) {
-  KernelRecord known = named("k");
+  KernelRecord known = kernelNamed("k");
   known.setLogicLocation("/t/k/r", 1, 2, 3);
-  KernelRecord incoming = named("k");
+  KernelRecord incoming = kernelNamed("k");
   incoming.setLogicLocation("/t/k/r", 1, 2, 4);
   EXPECT_EQ(told(known, incoming).dropped,
-            Texts{"k 2 register /t/k/r: known with other locations"});
-  EXPECT_EQ(told(known, known).dropped, Texts());
+            ToldTexts{"k 2 register /t/k/r: known with other locations"});
+  EXPECT_EQ(told(known, known).dropped, ToldTexts());
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ struct Outcome {
   std::string messages;
 };
 
-std::string kernel(std::string_view name, KernelType type = KernelType::Unknown,
-                   std::initializer_list<std::string_view> paths = {}) {
+std::string kernelIn(std::string_view name, KernelType type = KernelType::Unknown,
+                     std::initializer_list<std::string_view> paths = {}) {
   KernelRecord record;
   record.name = name;
   record.type = type;
@@ -62,8 +62,8 @@ TEST(HierarchyFile, ReadsTheExampleOfItsFormat) {
                       "mmult:\n"
                       "  type: hls\n"
                       "  instance path: /top/mmult_1\n"),
-            (Kernels{kernel("vadd", KernelType::OpenCL, {"/top/vadd_1", "/top/vadd_2"}),
-                     kernel("mmult", KernelType::HLS, {"/top/mmult_1"})}));
+            (Kernels{kernelIn("vadd", KernelType::OpenCL, {"/top/vadd_1", "/top/vadd_2"}),
+                     kernelIn("mmult", KernelType::HLS, {"/top/mmult_1"})}));
 }
 
 TEST(HierarchyFile, FilesWithoutKernelsGiveNoRecords) {
@@ -75,118 +75,119 @@ TEST(HierarchyFile, FilesWithoutKernelsGiveNoRecords) {
 
 TEST(HierarchyFile, KnowsTheKindsOfKernels) {
   EXPECT_EQ(kernelsOf("a: type: clc b: type: c c: type: ip d: type: hls"),
-            (Kernels{kernel("a", KernelType::OpenCL), kernel("b", KernelType::C),
-                     kernel("c", KernelType::RTL), kernel("d", KernelType::HLS)}));
+            (Kernels{kernelIn("a", KernelType::OpenCL), kernelIn("b", KernelType::C),
+                     kernelIn("c", KernelType::RTL), kernelIn("d", KernelType::HLS)}));
 }
 
 TEST(HierarchyFile, TakesEveryOtherKindAsUnknown) {
   EXPECT_EQ(kernelsOf("a: type: CLC b: type: hls, c: type: type: d: type: clc type: x"),
-            (Kernels{kernel("a"), kernel("b"), kernel("c"), kernel("d")}));
+            (Kernels{kernelIn("a"), kernelIn("b"), kernelIn("c"), kernelIn("d")}));
 }
 
 TEST(HierarchyFile, AKernelWithoutTypeIsUnknown) {
-  EXPECT_EQ(kernelsOf("a:"), Kernels{kernel("a", KernelType::Unknown)});
+  EXPECT_EQ(kernelsOf("a:"), Kernels{kernelIn("a", KernelType::Unknown)});
 }
 
 TEST(HierarchyFile, TheLastTypeOfAKernelCounts) {
-  EXPECT_EQ(kernelsOf("a: type: clc type: ip"), Kernels{kernel("a", KernelType::RTL)});
+  EXPECT_EQ(kernelsOf("a: type: clc type: ip"), Kernels{kernelIn("a", KernelType::RTL)});
 }
 
 TEST(HierarchyFile, TheTypeOfAKernelDoesNotReachTheNextOne) {
   EXPECT_EQ(kernelsOf("a: type: clc instance path: /p b:"),
-            (Kernels{kernel("a", KernelType::OpenCL, {"/p"}), kernel("b")}));
+            (Kernels{kernelIn("a", KernelType::OpenCL, {"/p"}), kernelIn("b")}));
 }
 
 TEST(HierarchyFile, APathGivenTwiceIsStoredOnce) {
   EXPECT_EQ(kernelsOf("a: instance path: /p instance path: /q instance path: /p"),
-            Kernels{kernel("a", KernelType::Unknown, {"/p", "/q"})});
+            Kernels{kernelIn("a", KernelType::Unknown, {"/p", "/q"})});
 }
 
 TEST(HierarchyFile, LineEndsAreWhiteSpaceLikeAnyOther) {
   EXPECT_EQ(kernelsOf("a:\ninstance\n\n\tpath:\r\n/p\vtype:\fip"),
-            Kernels{kernel("a", KernelType::RTL, {"/p"})});
+            Kernels{kernelIn("a", KernelType::RTL, {"/p"})});
 }
 
 TEST(HierarchyFile, ANameIsItsWordWithoutTheLastCharacterWhateverThatIs) {
   EXPECT_EQ(kernelsOf("vadd a: b:: c;\xC3\xA4 \0x"sv),
-            (Kernels{kernel("vad"), kernel("a"), kernel("b:"), kernel("c;\xC3"),
-                     kernel(std::string(1, '\0'))}));
+            (Kernels{kernelIn("vad"), kernelIn("a"), kernelIn("b:"), kernelIn("c;\xC3"),
+                     kernelIn(std::string(1, '\0'))}));
 }
 
 TEST(HierarchyFile, WordsThatAreNoKeywordsAreHeaders) {
-  EXPECT_EQ(kernelsOf("path: Type: TYPE: types: instances version type Instance"),
-            (Kernels{kernel("path"), kernel("Type"), kernel("TYPE"), kernel("types"),
-                     kernel("instance"), kernel("versio"), kernel("typ"), kernel("Instanc")}));
+  EXPECT_EQ(
+      kernelsOf("path: Type: TYPE: types: instances version type Instance"),
+      (Kernels{kernelIn("path"), kernelIn("Type"), kernelIn("TYPE"), kernelIn("types"),
+               kernelIn("instance"), kernelIn("versio"), kernelIn("typ"), kernelIn("Instanc")}));
 }
 
 TEST(HierarchyFile, KeywordsGluedToTheirValuesAreHeaders) {
   EXPECT_EQ(kernelsOf("type:clc instancepath: version:2.0"),
-            (Kernels{kernel("type:cl"), kernel("instancepath"), kernel("version:2.")}));
+            (Kernels{kernelIn("type:cl"), kernelIn("instancepath"), kernelIn("version:2.")}));
 }
 
 TEST(HierarchyFile, KeywordsAreTakenAsValuesWhereAValueStands) {
   EXPECT_EQ(kernelsOf("a: instance path: instance instance path: type: type: version: clc"),
-            (Kernels{kernel("a", KernelType::Unknown, {"instance", "type:"}), kernel("cl")}));
+            (Kernels{kernelIn("a", KernelType::Unknown, {"instance", "type:"}), kernelIn("cl")}));
 }
 
 TEST(HierarchyFile, AValueMayBeginWithANumberSignWhereNoCommentIsLookedFor) {
   EXPECT_EQ(kernelsOf("a: instance path: #p type: #c\nb:"),
-            (Kernels{kernel("a", KernelType::Unknown, {"#p"}), kernel("b")}));
+            (Kernels{kernelIn("a", KernelType::Unknown, {"#p"}), kernelIn("b")}));
 }
 
 TEST(HierarchyFile, WordsKeepZeroBytes) {
   EXPECT_EQ(kernelsOf("a\0b: instance path: /p\0q type: c\0"sv),
-            Kernels{kernel("a\0b"sv, KernelType::Unknown, {"/p\0q"sv})});
+            Kernels{kernelIn("a\0b"sv, KernelType::Unknown, {"/p\0q"sv})});
 }
 
 TEST(HierarchyFile, AHeaderThatRepeatsANameIsASecondRecord) {
   EXPECT_EQ(kernelsOf("a: type: c a: type: ip"),
-            (Kernels{kernel("a", KernelType::C), kernel("a", KernelType::RTL)}));
+            (Kernels{kernelIn("a", KernelType::C), kernelIn("a", KernelType::RTL)}));
 }
 
 TEST(HierarchyFile, ValuesBeforeAnyHeaderGoToTheFirstKernel) {
   EXPECT_EQ(kernelsOf("type: hls instance path: /p a: b:"),
-            (Kernels{kernel("a", KernelType::HLS, {"/p"}), kernel("b")}));
+            (Kernels{kernelIn("a", KernelType::HLS, {"/p"}), kernelIn("b")}));
 }
 
 TEST(HierarchyFile, ANamelessKernelIsStoredAtTheEndOnly) {
-  EXPECT_EQ(kernelsOf(": type: c"), Kernels{kernel("", KernelType::C)});
+  EXPECT_EQ(kernelsOf(": type: c"), Kernels{kernelIn("", KernelType::C)});
   EXPECT_EQ(kernelsOf(": type: c instance path: /p a:"),
-            Kernels{kernel("a", KernelType::C, {"/p"})});
-  EXPECT_EQ(kernelsOf("a: : type: c"), (Kernels{kernel("a"), kernel("", KernelType::C)}));
-  EXPECT_EQ(kernelsOf("x"), Kernels{kernel("")});
+            Kernels{kernelIn("a", KernelType::C, {"/p"})});
+  EXPECT_EQ(kernelsOf("a: : type: c"), (Kernels{kernelIn("a"), kernelIn("", KernelType::C)}));
+  EXPECT_EQ(kernelsOf("x"), Kernels{kernelIn("")});
 }
 
 TEST(HierarchyFile, ACommentEndsWithItsLine) {
   EXPECT_EQ(kernelsOf("a: type: clc # the kind: instance\nb: #c:\n#\nd:"),
-            (Kernels{kernel("a", KernelType::OpenCL), kernel("b"), kernel("d")}));
+            (Kernels{kernelIn("a", KernelType::OpenCL), kernelIn("b"), kernelIn("d")}));
 }
 
 TEST(HierarchyFile, ACommentAfterAValueIsSkippedUpToTheLineEnd) {
-  EXPECT_EQ(kernelsOf("a:\ntype: clc #b: c:\ntype: ip"), Kernels{kernel("a", KernelType::RTL)});
+  EXPECT_EQ(kernelsOf("a:\ntype: clc #b: c:\ntype: ip"), Kernels{kernelIn("a", KernelType::RTL)});
 }
 
 TEST(HierarchyFile, OnlyANewlineEndsAComment) {
-  EXPECT_EQ(kernelsOf("a: # b:\rc:\vd:\fe:\0f:\ng:"sv), (Kernels{kernel("a"), kernel("g")}));
+  EXPECT_EQ(kernelsOf("a: # b:\rc:\vd:\fe:\0f:\ng:"sv), (Kernels{kernelIn("a"), kernelIn("g")}));
 }
 
 TEST(HierarchyFile, ANumberSignInsideAWordBeginsNoComment) {
-  EXPECT_EQ(kernelsOf("a#b: c#"), (Kernels{kernel("a#b"), kernel("c")}));
+  EXPECT_EQ(kernelsOf("a#b: c#"), (Kernels{kernelIn("a#b"), kernelIn("c")}));
 }
 
 TEST(HierarchyFile, AMissingPathAtTheEndAddsTheEmptyPath) {
   for (const std::string_view text : {"a: instance path:"sv, "a: instance path:\n"sv}) {
-    EXPECT_EQ(kernelsOf(text), Kernels{kernel("a", KernelType::Unknown, {""})});
+    EXPECT_EQ(kernelsOf(text), Kernels{kernelIn("a", KernelType::Unknown, {""})});
   }
 }
 
 TEST(HierarchyFile, AMissingTypeAtTheEndIsUnknown) {
-  EXPECT_EQ(kernelsOf("a: type: clc type:"), Kernels{kernel("a")});
-  EXPECT_EQ(kernelsOf("a: type: clc type: \n"), Kernels{kernel("a")});
+  EXPECT_EQ(kernelsOf("a: type: clc type:"), Kernels{kernelIn("a")});
+  EXPECT_EQ(kernelsOf("a: type: clc type: \n"), Kernels{kernelIn("a")});
 }
 
 TEST(HierarchyFile, WhiteSpaceAtTheEndIsNoHeader) {
-  EXPECT_EQ(kernelsOf("a: type: c\n \t\r\n"), Kernels{kernel("a", KernelType::C)});
+  EXPECT_EQ(kernelsOf("a: type: c\n \t\r\n"), Kernels{kernelIn("a", KernelType::C)});
 }
 
 TEST(HierarchyFile, InstanceWithoutPathIsAParseError) {
@@ -208,7 +209,7 @@ TEST(HierarchyFile, ALoneInstanceAtTheEndIsAParseError) {
 }
 
 TEST(HierarchyFile, AParseErrorKeepsTheRecordsBefore) {
-  EXPECT_EQ(parse("a: b: c: instance x").kernels, (Kernels{kernel("a"), kernel("b")}));
+  EXPECT_EQ(parse("a: b: c: instance x").kernels, (Kernels{kernelIn("a"), kernelIn("b")}));
 }
 
 TEST(HierarchyFile, ACommentMayBeOfAnyLength) {
@@ -218,7 +219,7 @@ TEST(HierarchyFile, ACommentMayBeOfAnyLength) {
   HierarchyFile reader(path.c_str());
   EXPECT_TRUE(reader.parse());
   ASSERT_EQ(reader.kernels().size(), 1U);
-  EXPECT_EQ(describe(reader.kernels()[0]), kernel("a"));
+  EXPECT_EQ(describe(reader.kernels()[0]), kernelIn("a"));
   EXPECT_LT(gauge.total(), 1'000'000U);
 }
 

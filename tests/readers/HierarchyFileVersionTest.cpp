@@ -21,7 +21,7 @@ struct Reading {
   std::string messages;
 };
 
-Reading parse(std::string_view text) {
+Reading parseVersion(std::string_view text) {
   const StreamCapture capture;
   HierarchyFile reader("in.hierarchy", text);
   Reading reading;
@@ -41,7 +41,7 @@ std::string refusal(std::string_view version) {
 using Names = std::vector<std::string>;
 
 TEST(HierarchyFileVersion, WithoutAVersionLineItStaysMinusOne) {
-  const Reading reading = parse("a:");
+  const Reading reading = parseVersion("a:");
   EXPECT_TRUE(reading.result);
   EXPECT_EQ(reading.version, -1.0F);
   EXPECT_EQ(reading.names, Names{"a"});
@@ -58,7 +58,7 @@ TEST(HierarchyFileVersion, UpToOneIsAccepted) {
                                       {"1e-3"sv, 0.001F},
                                       {"10e-1"sv, 1.0F},
                                       {"1.00000001"sv, 1.0F}}) {
-    const Reading reading = parse("version: " + std::string(text) + " a:");
+    const Reading reading = parseVersion("version: " + std::string(text) + " a:");
     EXPECT_TRUE(reading.result) << text;
     EXPECT_EQ(reading.version, version) << text;
     EXPECT_EQ(reading.names, Names{"a"}) << text;
@@ -73,49 +73,49 @@ TEST(HierarchyFileVersion, AboveOneIsRefusedWithThreeLines) {
                                     {"1e6"sv, "1e+06"sv},
                                     {"123456.7"sv, "123457"sv},
                                     {"3a"sv, "3"sv}}) {
-    const Reading reading = parse("version: " + std::string(text) + " a:");
+    const Reading reading = parseVersion("version: " + std::string(text) + " a:");
     EXPECT_FALSE(reading.result) << text;
     EXPECT_EQ(reading.messages, refusal(shown)) << text;
   }
 }
 
 TEST(HierarchyFileVersion, ARefusalAfterKernelsKeepsThoseStored) {
-  const Reading reading = parse("a: b: version: 2.0 c:");
+  const Reading reading = parseVersion("a: b: version: 2.0 c:");
   EXPECT_FALSE(reading.result);
   EXPECT_EQ(reading.names, Names{"a"});
   EXPECT_EQ(reading.messages, refusal("2"));
 }
 
 TEST(HierarchyFileVersion, TheNumberMayStandOnAnotherLine) {
-  const Reading reading = parse("version:\n\n\t1.0\r\na:");
+  const Reading reading = parseVersion("version:\n\n\t1.0\r\na:");
   EXPECT_TRUE(reading.result);
   EXPECT_EQ(reading.version, 1.0F);
   EXPECT_EQ(reading.names, Names{"a"});
 }
 
 TEST(HierarchyFileVersion, TheLastAcceptedNumberCounts) {
-  const Reading reading = parse("version: 0.5 version: 0.25 a:");
+  const Reading reading = parseVersion("version: 0.5 version: 0.25 a:");
   EXPECT_EQ(reading.version, 0.25F);
 }
 
 TEST(HierarchyFileVersion, WhatFollowsTheDigitsIsTheNextWord) {
-  EXPECT_EQ(parse("version: 1.0f a:").names, Names{"a"}) << "f is a header without a name";
-  EXPECT_EQ(parse("version: 1.0fx: a:").names, (Names{"fx", "a"}));
-  EXPECT_EQ(parse("version: 0x1p3 a:").names, (Names{"x1p", "a"}));
-  EXPECT_EQ(parse("version: 1.0.5 a:").names, (Names{".", "a"}));
-  EXPECT_EQ(parse("version: 1,5 a:").names, (Names{",", "a"}));
-  EXPECT_EQ(parse("version: 1.0type: a: b:").names, Names{"b"});
+  EXPECT_EQ(parseVersion("version: 1.0f a:").names, Names{"a"}) << "f is a header without a name";
+  EXPECT_EQ(parseVersion("version: 1.0fx: a:").names, (Names{"fx", "a"}));
+  EXPECT_EQ(parseVersion("version: 0x1p3 a:").names, (Names{"x1p", "a"}));
+  EXPECT_EQ(parseVersion("version: 1.0.5 a:").names, (Names{".", "a"}));
+  EXPECT_EQ(parseVersion("version: 1,5 a:").names, (Names{",", "a"}));
+  EXPECT_EQ(parseVersion("version: 1.0type: a: b:").names, Names{"b"});
 }
 
 TEST(HierarchyFileVersion, OverflowReadsAsTheLargestFloatAndIsRefused) {
-  const Reading reading = parse("version: 1e99 a:");
+  const Reading reading = parseVersion("version: 1e99 a:");
   EXPECT_FALSE(reading.result);
   EXPECT_EQ(reading.version, FLT_MAX);
   EXPECT_EQ(reading.messages, refusal("3.40282e+38"));
 }
 
 TEST(HierarchyFileVersion, NegativeOverflowEndsTheReading) {
-  const Reading reading = parse("a: version: -1e99 b:");
+  const Reading reading = parseVersion("a: version: -1e99 b:");
   EXPECT_TRUE(reading.result);
   EXPECT_EQ(reading.version, -FLT_MAX);
   EXPECT_EQ(reading.names, Names{"a"});
@@ -125,7 +125,8 @@ TEST(HierarchyFileVersion, NegativeOverflowEndsTheReading) {
 TEST(HierarchyFileVersion, WithoutANumberItEndsTheReadingAndKeepsWhatWasCollected) {
   for (const std::string_view number :
        {"abc"sv, "."sv, "+"sv, "-"sv, "1e"sv, "1e+"sv, "nan"sv, "inf"sv, "#1.0"sv, "e5"sv, ""sv}) {
-    const Reading reading = parse("a: type: c b: version: " + std::string(number) + "\nc:\nd:");
+    const Reading reading =
+        parseVersion("a: type: c b: version: " + std::string(number) + "\nc:\nd:");
     EXPECT_TRUE(reading.result) << number;
     EXPECT_EQ(reading.names, (Names{"a", "b"})) << number;
     EXPECT_EQ(reading.messages, "") << number;
@@ -134,7 +135,7 @@ TEST(HierarchyFileVersion, WithoutANumberItEndsTheReadingAndKeepsWhatWasCollecte
 
 TEST(HierarchyFileVersion, WithoutANumberAtTheEndNothingIsLost) {
   for (const std::string_view text : {"a: version:"sv, "a: version: \n"sv}) {
-    const Reading reading = parse(text);
+    const Reading reading = parseVersion(text);
     EXPECT_TRUE(reading.result);
     EXPECT_EQ(reading.names, Names{"a"});
     EXPECT_EQ(reading.messages, "");

@@ -14,9 +14,9 @@ using Positions = std::vector<std::uint32_t>;
 
 constexpr std::size_t longestName = 16;
 
-KernelRecord kernelWith(const std::vector<std::string>& paths,
-                        const std::vector<std::string>& arguments,
-                        const std::vector<std::string>& variables) {
+KernelRecord kernelWithRegister(const std::vector<std::string>& paths,
+                                const std::vector<std::string>& arguments,
+                                const std::vector<std::string>& variables) {
   KernelRecord kernel;
   for (const std::string& path : paths) kernel.addInstancePath(path);
   for (const std::string& text : arguments) kernel.addArgument("a_" + text, text, "int");
@@ -25,10 +25,10 @@ KernelRecord kernelWith(const std::vector<std::string>& paths,
 }
 
 TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
-  const KernelSequence kernels{kernelWith({"/top/u0"}, {"r"}, {}),
-                               kernelWith({"/top/u0"}, {"s"}, {}),
-                               kernelWith({"/top/u1"}, {"r"}, {}), kernelWith({"/top"}, {}, {"r"}),
-                               kernelWith({}, {"r"}, {})};
+  const KernelSequence kernels{
+      kernelWithRegister({"/top/u0"}, {"r"}, {}), kernelWithRegister({"/top/u0"}, {"s"}, {}),
+      kernelWithRegister({"/top/u1"}, {"r"}, {}), kernelWithRegister({"/top"}, {}, {"r"}),
+      kernelWithRegister({}, {"r"}, {})};
   RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 3}));
   EXPECT_EQ(index.find("top/u1/r").kernels, (Positions{2, 3}));
@@ -38,14 +38,14 @@ TEST(RegisterIndex, FindsTheKernelsWithBothTheRegisterAndAPath) {
 }
 
 TEST(RegisterIndex, NamesTheRegisterWithASlashInFront) {
-  const KernelSequence kernels{kernelWith({"/top"}, {"r", ""}, {})};
+  const KernelSequence kernels{kernelWithRegister({"/top"}, {"r", ""}, {})};
   RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/r").hardwareName, "/top/r");
   EXPECT_EQ(index.find("").hardwareName, "/");
 }
 
 TEST(RegisterIndex, FindsTheSameForTheSameNameAgain) {
-  const KernelSequence kernels{kernelWith({"/top"}, {"r", ""}, {})};
+  const KernelSequence kernels{kernelWithRegister({"/top"}, {"r", ""}, {})};
   RegisterIndex index(kernels, longestName);
   for (const char* const name : {"top/r", "top/r", "other/r", "other/r", "", "", "top/", "top/r"}) {
     const bool isInside = std::string_view(name).starts_with("top/");
@@ -55,7 +55,7 @@ TEST(RegisterIndex, FindsTheSameForTheSameNameAgain) {
 
 TEST(RegisterIndex, PathsLongerThanANameTakeNoMemory) {
   const KernelSequence kernels{
-      kernelWith({std::string(1'000'000, 'p'), "/top/u0/register"}, {"register"}, {})};
+      kernelWithRegister({std::string(1'000'000, 'p'), "/top/u0/register"}, {"register"}, {})};
   const AllocationGauge gauge;
   RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/u0/register").kernels, (Positions{0}));
@@ -64,15 +64,16 @@ TEST(RegisterIndex, PathsLongerThanANameTakeNoMemory) {
 
 TEST(RegisterIndex, ListsAKernelOnceForSeveralPathsAndRegisters) {
   const KernelSequence kernels{
-      kernelWith({"/top", "/top/u0", "u0", ""}, {"r"}, {"r"}),
-      kernelWith({"u0", "/top/u0"}, {"r"}, {}),
+      kernelWithRegister({"/top", "/top/u0", "u0", ""}, {"r"}, {"r"}),
+      kernelWithRegister({"u0", "/top/u0"}, {"r"}, {}),
   };
   RegisterIndex index(kernels, longestName);
   EXPECT_EQ(index.find("top/u0/r").kernels, (Positions{0, 1}));
 }
 
 TEST(RegisterIndex, MayKnowEveryRegisterOfArgumentsAndVariables) {
-  const KernelSequence kernels{kernelWith({}, {"r"}, {"s"}), kernelWith({}, {"t"}, {})};
+  const KernelSequence kernels{kernelWithRegister({}, {"r"}, {"s"}),
+                               kernelWithRegister({}, {"t"}, {})};
   const RegisterIndex index(kernels, longestName);
   EXPECT_TRUE(index.mayKnow("r"));
   EXPECT_TRUE(index.mayKnow("s"));

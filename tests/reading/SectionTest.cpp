@@ -17,7 +17,7 @@ static_assert(std::forward_iterator<Sections::Iterator>);
 
 TEST(SectionTest, OffsetIsCutToSigned32Bits) {
   const auto seekOffset = [](std::uint64_t offset) {
-    return Section{0, SectionKind::Json, offset, 0}.seekOffset();
+    return Section{0, consolidated::SectionKind::Json, offset, 0}.seekOffset();
   };
   EXPECT_EQ(seekOffset(0x7FFFFFFF), 0x7FFFFFFFU);
   EXPECT_EQ(seekOffset(0x80000000), std::nullopt);
@@ -28,7 +28,7 @@ TEST(SectionTest, OffsetIsCutToSigned32Bits) {
 
 TEST(SectionTest, GreatestSizeStandsForTheOneBelow) {
   const auto clampedSize = [](std::uint32_t size) {
-    return Section{0, SectionKind::Json, 0, size}.clampedSize();
+    return Section{0, consolidated::SectionKind::Json, 0, size}.clampedSize();
   };
   EXPECT_EQ(clampedSize(0), 0U);
   EXPECT_EQ(clampedSize(0xFFFFFFFE), 0xFFFFFFFEU);
@@ -36,8 +36,9 @@ TEST(SectionTest, GreatestSizeStandsForTheOneBelow) {
 }
 
 TEST(SectionTest, EntriesFollowTheHeader) {
-  EXPECT_EQ((Section{0, SectionKind::Json, 0, 0}.entryOffset()), 16U);
-  EXPECT_EQ((Section{0xFFFFFFFF, SectionKind::Json, 0, 0}.entryOffset()), 103079215096U);
+  EXPECT_EQ((Section{0, consolidated::SectionKind::Json, 0, 0}.entryOffset()), 16U);
+  EXPECT_EQ((Section{0xFFFFFFFF, consolidated::SectionKind::Json, 0, 0}.entryOffset()),
+            103079215096U);
 }
 
 TEST(SectionsTest, AreAsStored) {
@@ -46,7 +47,7 @@ TEST(SectionsTest, AreAsStored) {
   for (const Section& section : Sections(table)) sections.push_back(section);
   ASSERT_EQ(sections.size(), 2U);
   EXPECT_EQ(sections[0].index, 0U);
-  EXPECT_EQ(sections[0].kind, SectionKind::Dwarf);
+  EXPECT_EQ(sections[0].kind, consolidated::SectionKind::Dwarf);
   EXPECT_EQ(sections[0].offset, 0x123456789ABCDEF0U);
   EXPECT_EQ(sections[0].size, 0xFFFFFFFFU);
   EXPECT_EQ(sections[1].index, 1U);
