@@ -18,6 +18,9 @@ namespace {
 constexpr std::string_view executable = CONSOLIDATOR_INSPECT_EXECUTABLE;  // empty if not built
 
 constexpr std::uint64_t recordBytes = 200'000'000;
+constexpr std::uint64_t smallBytes = 1000;
+
+constexpr int manyRuns = 200;  // of what is too short to be measured
 
 // Goals: multiples of the time in which the tool saves the file again, or in which the document of
 // the file is written.
@@ -29,6 +32,9 @@ constexpr double databaseGoal = 45;
 
 // Of the time of a start of the tool.
 constexpr double startGoal = 2;
+
+// Of the time in which the tool does the same run and the file is copied before.
+constexpr double safeGoal = 1.3;
 
 // What a run may take beyond what it looks at, which is mapped.
 constexpr std::uint64_t allowance = std::uint64_t{32} * 1024 * 1024;
@@ -109,7 +115,32 @@ std::optional<Contest> start(const Workbench& bench) {
   contest.tool = {{std::string(executable), "--version"}, ""};
   contest.yardstick = {bench.toolWords({"--version"}), ""};
   contest.goal = startGoal;
-  contest.repetitions = 200;
+  contest.repetitions = manyRuns;
+  return contest;
+}
+
+// A run against the tool's own and a copy of the file, which is what whoever cannot afford to lose
+// it would make.
+std::optional<Contest> safeRun(const Workbench& bench, std::uint64_t bytes, int repetitions) {
+  constexpr const char* script = R"(cp "$1" "$1.copy" && exec "$2" -f "$1" -h "$3")";
+  const std::string file = bench.path("file");
+  const std::string resaved = bench.path("resaved");
+  const std::string noKernels = bench.path("no_kernels");
+  writeConsolidatedFile(file, bytes);
+  writeHierarchyFile(noKernels, 0, 0);
+  constexpr int saves = 3;  // until the conditions stay as they are
+  for (int i = 0; i < saves; ++i) {
+    if (!bench.runTool({"-f", file, "-h", noKernels})) return std::nullopt;
+  }
+  copyFile(file, resaved);
+  Contest contest;
+  contest.tool = {{std::string(executable), "run", "--quiet", "--", "-f", file, "-h", noKernels},
+                  ""};
+  contest.yardstick = {
+      {"/bin/sh", "-c", script, "sh", resaved, bench.toolWords({}).front(), noKernels}, ""};
+  contest.goal = safeGoal;
+  contest.overwrites = true;
+  contest.repetitions = repetitions;
   return contest;
 }
 
@@ -130,6 +161,9 @@ constexpr std::array cases = {
     RatioCase{"inspect-diff", diff},
     RatioCase{"inspect-coverage", coverage},
     RatioCase{"inspect-sql", sql},
+    RatioCase{"inspect-run", [](const Workbench& bench) { return safeRun(bench, recordBytes, 1); }},
+    RatioCase{"inspect-run-small",
+              [](const Workbench& bench) { return safeRun(bench, smallBytes, manyRuns); }},
     RatioCase{"inspect-start", start},
 };
 

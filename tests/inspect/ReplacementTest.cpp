@@ -1,3 +1,4 @@
+#include "inspect/FileBeside.h"
 #include "inspect/Replacement.h"
 #include "support/TemporaryFolder.h"
 
@@ -147,6 +148,13 @@ TEST_F(ReplacementTest, RemovesWhatAKilledProcessLeft) {
   { const Replacement replacement = make(path); }
   EXPECT_EQ(fileCount(), 2);
   EXPECT_EQ(readFile(path), "old");
+}
+
+TEST_F(ReplacementTest, LeavesWhatSomebodyIsAtWorkOn) {
+  const std::string path = folder_.write("file", "old");
+  const FileBeside other(path, 0666);
+  { const Replacement replacement = make(path); }
+  EXPECT_TRUE(fs::exists(other.path()));
 }
 
 // Each of several processes adds a letter to what the one before left.

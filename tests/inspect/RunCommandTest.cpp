@@ -269,6 +269,13 @@ TEST_F(RunCommandTest, Dumps) {
   EXPECT_EQ(folder_.read("dump"), emptyJson());
 }
 
+TEST_F(RunCommandTest, RemovesWhatAKilledDumpLeft) {
+  folder_.write(".dump.consolidator-1-0", "part");
+  const auto count = fileCount();
+  EXPECT_EQ(run({"-f", "@made", "-u", "@dump"}).status, 0);
+  EXPECT_EQ(fileCount(), count);
+}
+
 TEST_F(RunCommandTest, KeepsADumpThatWouldBeEmptyOrShort) {
   folder_.write("dump", "old");
   folder_.write("bare", container({{SectionKind::ProjectName, "name"}}));
@@ -287,8 +294,9 @@ TEST_F(RunCommandTest, KeepsADumpThatWouldBeEmptyOrShort) {
 TEST_F(RunCommandTest, RefusesDumpsThatTheToolCannotMake) {
   expectNothing(2, said("made: the dump would empty the file that it is to read"),
                 {"-f", "@made", "-u", "@made"});
-  expectNothing(1, said("made: refused: b is not written, since DWARF is "
-                        "dumped [dump-not-written]"),
+  expectNothing(1,
+                said("made: refused: b is not written, since DWARF is "
+                     "dumped [dump-not-written]"),
                 {"-f", "@made", "-u", "@a", "-j", "@b"});
   expectNothing(2, said("nowhere/dump: No such file or directory"),
                 {"-f", "@made", "-u", "@nowhere/dump"});
