@@ -19,7 +19,7 @@ const kernelOf = (element) => element.closest('.kernel')?.querySelector('h3').te
 const readLine = (block, kernel, line) => {
   if (block.dataset.kind !== 'mixed') return {kernel, kind: block.dataset.kind, text: line};
   const [name, kind] = line.split('\t', 2);
-  return {kernel: name, kind, text: line.slice(name.length + kind.length + 2)};
+  return {kernel: kind === 'kernel' ? '' : name, kind, text: line.slice(name.length + kind.length + 2)};
 };
 
 // Rows stand in tables or, where there are many, as lines of preformatted text, cells separated by
