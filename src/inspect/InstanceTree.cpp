@@ -1,5 +1,6 @@
 #include "inspect/InstanceTree.h"
 
+#include "inspect/KernelSection.h"
 #include "inspect/PageParts.h"
 #include "inspect/PageText.h"
 
@@ -84,7 +85,13 @@ void InstanceTree::writeList(HtmlWriter& html, Iterator first, Iterator end, std
 
 void InstanceTree::writeLeaf(HtmlWriter& html, Iterator first, Iterator end, std::size_t start) {
   html.add(part::treeLeafBegin, std::string_view(first->path).substr(start));
-  for (; first != end; ++first) html.add(part::treeLeafKernel, first->kernel, first->kernelName);
+  for (; first != end; ++first) {
+    if (first->kernel < KernelSection::mostParts) {
+      html.add(part::treeLeafKernel, first->kernel, first->kernelName);
+    } else {
+      html.add(part::treeLeafName, first->kernelName);
+    }
+  }
   html.add(part::treeLeafEnd);
 }
 

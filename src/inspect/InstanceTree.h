@@ -13,7 +13,7 @@ namespace consolidator::inspect {
 /// The instances of all kernels as a tree of the parts of their paths. It keeps so many of them.
 class InstanceTree {
  public:
-  static constexpr std::size_t mostPaths = 5000;
+  static constexpr std::size_t mostPaths = 1000;
 
   /// Adds an instance of a kernel, which is the one of that number on the page.
   void add(std::string_view path, std::uint64_t kernel, std::string_view kernelName);

@@ -41,7 +41,11 @@ const PageListKind conditionList{"condition", "Breakable conditions",
 const PageListKind registerList{"register", "Registers",
                                 "a register, variable, instance, number of bits and locations",
                                 &part::registersTable};
+const PageListKind kernelList{"kernel", {}, {}, nullptr};
 const PageListKind bramList{"block RAM", "Block RAMs", "a name", &part::bramsTable};
+
+// What the search calls lines that tell themselves what they are.
+constexpr std::string_view mixedLines = "mixed";
 
 // The nouns of all counts, in the order of namedCounts.
 constexpr std::array<std::string_view, namedCounts.size()> nouns = {
@@ -69,10 +73,73 @@ std::string locatedIn(const KernelCoverage& coverage, VariableKind kind, std::ui
   return fmt::format("{} of {}", located, counted(instances, "instance"));
 }
 
-void writeVariables(HtmlWriter& html, RowBudget& budget, const List<Variable>& variables,
-                    const KernelCoverage& coverage, VariableKind kind) {
-  PageTable table(html, budget, kind == VariableKind::Argument ? argumentList : variableList,
-                  variables.size());
+std::string sourceOf(const BreakableCondition& condition) {
+  if (condition.kind() != ConditionKind::SourceLine) return {};
+  return fmt::format("{}:{}", condition.file().view(), condition.line());
+}
+
+}  // namespace
+
+void KernelSection::write(const Kernel& kernel, std::uint64_t number) {
+  if (number < mostParts) return writePart(kernel, number);
+  if (!lines_) {
+    html_->add(part::kernelsMore, grouped(mostParts), PageLines::blockLines);
+    lines_.emplace(*html_, mixedLines);
+  }
+  kernel_ = shortened(kernel.name().view());
+  {
+    PageTable table(list(kernelList, 1));
+    table.beginRow();
+    table.name(kernel.name());
+    table.text(nameOf(kernel.type()));
+    table.endRow();
+  }
+  writeLists(kernel);
+}
+
+void KernelSection::writePart(const Kernel& kernel, std::uint64_t number) {
+  const std::string counts = wordsOf(KernelCounts::of(kernel));
+  html_->add(areOpen_ ? part::kernelOpen : part::kernelClosed, number);
+  html_->add(part::kernelSummary, kernel.name(), nameOf(kernel.type()), counts);
+  if (counts.empty()) html_->add(part::kernelEmpty);
+  writeLists(kernel);
+  html_->add(part::kernelEnd);
+}
+
+void KernelSection::writeLists(const Kernel& kernel) {
+  const KernelCoverage coverage(kernel);
+  writeInstances(kernel, coverage);
+  writeVariables(kernel.arguments(), coverage, VariableKind::Argument);
+  writeVariables(kernel.variables(), coverage, VariableKind::Variable);
+  writeConditions(kernel);
+  if (!lines_) sources_->write(*html_, kernel.breakableConditions());
+  writeRegisters(kernel);
+  writeBrams(kernel);
+}
+
+PageTable KernelSection::list(const PageListKind& kind, std::uint64_t rows) {
+  if (lines_) return {*html_, *lines_, kind, kernel_};
+  return {*html_, budget_, kind, rows};
+}
+
+void KernelSection::writeInstances(const Kernel& kernel, const KernelCoverage& coverage) {
+  PageTable table(list(instanceList, kernel.instancePaths().size()));
+  std::uint32_t instance = 0;
+  for (const Text& path : kernel.instancePaths()) {
+    if (instance == coverage.instances()) break;  // the bytes of a mapped file may have changed
+    table.beginRow();
+    table.name(path);
+    table.coverage(coverage.counts(VariableKind::Argument, instance));
+    table.coverage(coverage.counts(VariableKind::Variable, instance));
+    table.endRow();
+    ++instance;
+  }
+}
+
+void KernelSection::writeVariables(const List<Variable>& variables, const KernelCoverage& coverage,
+                                   VariableKind kind) {
+  const bool areArguments = kind == VariableKind::Argument;
+  PageTable table(list(areArguments ? argumentList : variableList, variables.size()));
   std::uint32_t name = 0;
   for (const Variable& variable : variables) {
     if (name == coverage.names(kind)) break;  // the bytes of a mapped file may have changed
@@ -87,59 +154,20 @@ void writeVariables(HtmlWriter& html, RowBudget& budget, const List<Variable>& v
   }
 }
 
-std::string sourceOf(const BreakableCondition& condition) {
-  if (condition.kind() != ConditionKind::SourceLine) return {};
-  return fmt::format("{}:{}", condition.file().view(), condition.line());
-}
-
-}  // namespace
-
-void KernelSection::write(const Kernel& kernel, std::uint64_t number) {
-  const std::string counts = wordsOf(KernelCounts::of(kernel));
-  html_->add(areOpen_ ? part::kernelOpen : part::kernelClosed, number);
-  html_->add(part::kernelSummary, kernel.name(), nameOf(kernel.type()), counts);
-  if (counts.empty()) html_->add(part::kernelEmpty);
-  const KernelCoverage coverage(kernel);
-  writeInstances(kernel, coverage);
-  writeVariables(*html_, budget_, kernel.arguments(), coverage, VariableKind::Argument);
-  writeVariables(*html_, budget_, kernel.variables(), coverage, VariableKind::Variable);
-  writeConditions(kernel);
-  writeRegisters(kernel);
-  writeBrams(kernel);
-  html_->add(part::kernelEnd);
-}
-
-void KernelSection::writeInstances(const Kernel& kernel, const KernelCoverage& coverage) {
-  PageTable table(*html_, budget_, instanceList, kernel.instancePaths().size());
-  std::uint32_t instance = 0;
-  for (const Text& path : kernel.instancePaths()) {
-    if (instance == coverage.instances()) break;  // the bytes of a mapped file may have changed
-    table.beginRow();
-    table.name(path);
-    table.coverage(coverage.counts(VariableKind::Argument, instance));
-    table.coverage(coverage.counts(VariableKind::Variable, instance));
-    table.endRow();
-    ++instance;
-  }
-}
-
 void KernelSection::writeConditions(const Kernel& kernel) {
-  {
-    PageTable table(*html_, budget_, conditionList, kernel.breakableConditions().size());
-    for (const BreakableCondition& condition : kernel.breakableConditions()) {
-      table.beginRow();
-      table.code(condition.condition());
-      table.text(nameOf(condition.kind()));
-      table.text(sourceOf(condition));
-      table.endRow();
-    }
+  PageTable table(list(conditionList, kernel.breakableConditions().size()));
+  for (const BreakableCondition& condition : kernel.breakableConditions()) {
+    table.beginRow();
+    table.code(condition.condition());
+    table.text(nameOf(condition.kind()));
+    table.text(sourceOf(condition));
+    table.endRow();
   }
-  sources_->write(*html_, kernel.breakableConditions());
 }
 
 void KernelSection::writeRegisters(const Kernel& kernel) {
   RegisterOwners owners(kernel);
-  PageTable table(*html_, budget_, registerList, kernel.hardwareVariables().size());
+  PageTable table(list(registerList, kernel.hardwareVariables().size()));
   for (const HardwareVariable& hardware : kernel.hardwareVariables()) {
     const RegisterOwners::Owner owner = owners.of(hardware);
     table.beginRow();
@@ -153,7 +181,7 @@ void KernelSection::writeRegisters(const Kernel& kernel) {
 }
 
 void KernelSection::writeBrams(const Kernel& kernel) {
-  PageTable table(*html_, budget_, bramList, kernel.brams().size());
+  PageTable table(list(bramList, kernel.brams().size()));
   for (const Text& bram : kernel.brams()) {
     table.beginRow();
     table.name(bram);

@@ -3,52 +3,58 @@
 #include "inspect/CoverageBar.h"
 #include "inspect/PageText.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <utility>
 
 namespace consolidator::inspect {
 
 PageTable::PageTable(HtmlWriter& html, RowBudget& budget, const PageListKind& kind,
                      std::uint64_t rows)
-    : html_(&html), kind_(&kind), rows_(rows), isTable_(budget.take(rows)) {
+    : html_(&html), kind_(&kind), rows_(rows) {
   if (rows == 0) return;
   html.add(part::listTitle, kind.title, grouped(rows));
-  if (isTable_) {
+  if (budget.take(rows)) {
     html.add(*kind.table);
   } else {
-    html.add(part::folded, kind.columns, blockLines);
+    html.add(part::folded, kind.columns, PageLines::blockLines);
+    lines_ = &own_.emplace(html, kind.name);
   }
 }
 
+PageTable::PageTable(HtmlWriter& html, PageLines& lines, const PageListKind& kind,
+                     std::string kernel)
+    : html_(&html), kind_(&kind), kernel_(std::move(kernel)), lines_(&lines) {}
+
 PageTable::~PageTable() {
-  if (rows_ > 0 && isTable_) html_->add(part::tableEnd);
-  endBlock();
+  if (rows_ > 0 && lines_ == nullptr) html_->add(part::tableEnd);
 }
 
 void PageTable::beginRow() {
-  isFirstCell_ = true;
-  if (isTable_) {
+  if (lines_ == nullptr) {
     html_->add(part::rowBegin, kind_->name);
-  } else if (row_ % blockLines == 0) {
-    beginBlock();
+    return;
   }
+  lines_->begin(titleOfBlock());
+  if (own_) return;
+  lines_->cell(kernel_);
+  lines_->cell(kind_->name);
 }
 
 void PageTable::endRow() {
-  ++row_;
-  if (isTable_) {
+  if (lines_ != nullptr) {
+    lines_->end();
+  } else {
     html_->add(part::rowEnd);
-    return;
   }
-  html_->endLine();
-  if (row_ % blockLines == 0) endBlock();
 }
 
 void PageTable::coverage(const CoverageCounts& counts) {
-  if (isTable_) {
-    writeCoverageBar(*html_, counts);
+  if (lines_ != nullptr) {
+    lines_->cell(wordsOf(counts));
   } else {
-    separate();
-    html_->text(wordsOf(counts));
+    writeCoverageBar(*html_, counts);
   }
 }
 
@@ -70,31 +76,22 @@ void PageTable::locations(const consolidated::List<consolidated::Locations>& lis
 }
 
 void PageTable::beginLocations() {
-  if (isTable_) {
-    html_->add(part::locationsBegin);
+  if (lines_ != nullptr) {
+    lines_->beginCell();
   } else {
-    separate();
+    html_->add(part::locationsBegin);
   }
 }
 
 void PageTable::endLocations() {
-  if (isTable_) html_->add(part::locationsEnd);
+  if (lines_ == nullptr) html_->add(part::locationsEnd);
 }
 
-void PageTable::separate() {
-  if (!isFirstCell_) html_->tab();
-  isFirstCell_ = false;
-}
-
-void PageTable::beginBlock() {
-  html_->add(part::blockBegin, grouped(row_ + 1), grouped(std::min(row_ + blockLines, rows_)),
-             kind_->name);
-  isInBlock_ = true;
-}
-
-void PageTable::endBlock() {
-  if (isInBlock_) html_->add(part::blockEnd);
-  isInBlock_ = false;
+std::string PageTable::titleOfBlock() const {
+  if (!own_) return fmt::format("From kernel {} on", kernel_);
+  const std::uint64_t first = own_->count() + 1;
+  return fmt::format("{} to {}", grouped(first),
+                     grouped(std::min(first + PageLines::blockLines - 1, rows_)));
 }
 
 }  // namespace consolidator::inspect

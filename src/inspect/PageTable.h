@@ -3,9 +3,12 @@
 #include "consolidated/List.h"
 #include "inspect/CoverageCounts.h"
 #include "inspect/HtmlWriter.h"
+#include "inspect/PageLines.h"
 #include "inspect/PageParts.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace consolidator::inspect {
@@ -35,15 +38,17 @@ class RowBudget {
   std::uint64_t left_ = mostRows;
 };
 
-/// Writes a list under its heading: as a table or, where it is long, as folded blocks of lines,
-/// whose cells are separated by tabs. A list without rows is left out.
+/// Writes a list: under its heading as a table or, where it is long, as folded lines; or, where
+/// there are too many kernels to have headings, as lines among those of others.
 class PageTable {
  public:
-  /// The most lines of a block.
-  static constexpr std::uint64_t blockLines = 500;
-
-  /// Begins a list of so many rows; the other objects must outlive this one.
+  /// Begins a list of so many rows, which is left out if there are none. The other objects must
+  /// outlive this one.
   PageTable(HtmlWriter& html, RowBudget& budget, const PageListKind& kind, std::uint64_t rows);
+
+  /// Begins a list of a kernel among other lines, each of which names its kernel and kind.
+  PageTable(HtmlWriter& html, PageLines& lines, const PageListKind& kind, std::string kernel);
+
   PageTable(const PageTable&) = delete;
   PageTable& operator=(const PageTable&) = delete;
 
@@ -81,27 +86,23 @@ class PageTable {
  private:
   template <typename Value>
   void cell(const PagePart<1>& part, const Value& value) {
-    if (isTable_) {
-      html_->add(part, value);
+    if (lines_ != nullptr) {
+      lines_->cell(value);
     } else {
-      separate();
-      html_->text(value);
+      html_->add(part, value);
     }
   }
 
   void beginLocations();
   void endLocations();
-  void separate();
-  void beginBlock();
-  void endBlock();
+  std::string titleOfBlock() const;
 
   HtmlWriter* html_;
   const PageListKind* kind_;
-  std::uint64_t rows_;
-  std::uint64_t row_ = 0;
-  bool isTable_ = false;
-  bool isInBlock_ = false;
-  bool isFirstCell_ = true;
+  std::uint64_t rows_ = 0;
+  std::string kernel_;            // where the lines are those of several
+  std::optional<PageLines> own_;  // in which a long list is
+  PageLines* lines_ = nullptr;    // instead of a table
 };
 
 }  // namespace consolidator::inspect

@@ -310,6 +310,33 @@ def check_many(browser, files):
     return taken[-1]
 
 
+def check_many_kernels(browser, files):
+    """Kernels that have no part of their own can be found all the same, and are on the map."""
+    kernels = [
+        support.kernel(b"kernel_%d" % number, variables=[(b"v", b"v_reg")],
+                       paths=[b"/t/kernel_%d" % number],
+                       hardware=[(b"/t/kernel_%d/v_reg" % number, [(9, number)])])
+        for number in range(1200)
+    ]
+    path = files.written("kernels", support.container(b"many", kernels))
+    page = support.Page(browser, files.page(path))
+    assert len(page.all(".kernel")) == 500
+    assert "Of so many kernels the first 500" in page.one("main").text
+    assert ["kernel", "kernel_1199", "C"] in page.search("kernel_1199")
+    found = [hit[:2] for hit in page.search("/t/kernel_1199")]
+    assert sorted(found) == [["instance", "/t/kernel_1199"],
+                             ["register", "/t/kernel_1199/v_reg"]], found
+    (bit,) = page.search("9:1199")
+    assert bit == ["bit 0", "/t/kernel_1199/v_reg", "kernel_1199 · v"], bit
+    page.one("#hits a").click()
+    assert "v_reg" in page.run("return getSelection().toString()")
+    missing = page.run("return Array.from(document.querySelectorAll('a[href^=\"#\"]'),"
+                       " (link) => link.hash.slice(1))"
+                       ".filter((id) => id !== '' && !document.getElementById(id))")
+    assert missing == [], missing
+    check_quiet(page)
+
+
 def check_source(browser, files):
     """Conditions stand beside the lines that the DWARF names below the folder, and only there."""
     folder = files.folder / "sources"
@@ -366,6 +393,7 @@ def main():
             check_enemies(browser, files)
             check_damage(browser, files)
             check_source(browser, files)
+            check_many_kernels(browser, files)
             print(f"100,000 hardware variables: {check_many(browser, files):.2f} s")
     finally:
         browser.quit()

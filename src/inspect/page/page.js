@@ -12,24 +12,34 @@ const make = (name, className, text) => {
   return element;
 };
 
+// The kernel in which something is told, or nothing.
+const kernelOf = (element) => element.closest('.kernel')?.querySelector('h3').textContent ?? '';
+
+// What a line of a block tells; a line of mixed ones says itself which kernel and kind it is of.
+const readLine = (block, kernel, line) => {
+  if (block.dataset.kind !== 'mixed') return {kernel, kind: block.dataset.kind, text: line};
+  const [name, kind] = line.split('\t', 2);
+  return {kernel: kind === 'kernel' ? '' : name, kind, text: line.slice(name.length + kind.length + 2)};
+};
+
 // Rows stand in tables or, where there are many, as lines of preformatted text, cells separated by
 // tabs. Calls take(kind, kernel, cells as one text, row or block, offset in the block).
 const forEachRow = (kinds, take) => {
-  for (const kernel of document.querySelectorAll('.kernel')) {
-    const name = kernel.querySelector('h3').textContent;
-    for (const element of kernel.querySelectorAll('[data-kind]')) {
-      const kind = element.dataset.kind;
-      if (!kinds.includes(kind)) continue;
-      if (element.localName === 'tr') {
-        take(kind, name, Array.from(element.cells, (cell) => cell.textContent.trim()).join('\t'), element, 0);
-        continue;
+  for (const element of document.querySelectorAll('#kernels tr[data-kind], #kernels pre')) {
+    const name = kernelOf(element);
+    if (element.localName === 'tr') {
+      if (kinds.includes(element.dataset.kind)) {
+        take(element.dataset.kind, name, Array.from(element.cells, (cell) => cell.textContent.trim()).join('\t'), element, 0);
       }
-      const text = element.textContent;
-      for (let begin = 0; begin < text.length;) {
-        const end = text.indexOf('\n', begin);
-        take(kind, name, text.slice(begin, end), element, begin);
-        begin = end + 1;
-      }
+      continue;
+    }
+    if (element.dataset.kind !== 'mixed' && !kinds.includes(element.dataset.kind)) continue;
+    const text = element.textContent;
+    for (let begin = 0; begin < text.length;) {
+      const end = text.indexOf('\n', begin);
+      const line = readLine(element, name, text.slice(begin, end));
+      if (kinds.includes(line.kind)) take(line.kind, line.kernel, line.text, element, begin);
+      begin = end + 1;
     }
   }
 };
@@ -91,8 +101,7 @@ const search = (() => {
     entries = [];
     blocks = [];
     for (const element of document.querySelectorAll('main [data-kind]')) {
-      const kernel = element.closest('.kernel');
-      const where = kernel && element.localName !== 'h3' ? kernel.querySelector('h3').textContent : '';
+      const where = element.localName === 'h3' ? '' : kernelOf(element);
       const kind = element.dataset.kind;
       if (element.localName === 'pre') {
         blocks.push({kind, where, element, text: element.textContent, lower: null});
@@ -122,8 +131,8 @@ const search = (() => {
       const end = text.indexOf('\n', at);
       if (hits.length < mostHits) {
         const begin = text.lastIndexOf('\n', at) + 1;
-        const line = block.text.slice(begin, end);
-        hits.push({kind: block.kind, where: block.where, element: block.element, offset: begin, name: line.split('\t', 1)[0], text: line});
+        const line = readLine(block.element, block.where, block.text.slice(begin, end));
+        hits.push({kind: line.kind, where: line.kernel, element: block.element, offset: begin, name: line.text.split('\t', 1)[0], text: line.text});
       }
       at = text.indexOf(query, end);
     }
