@@ -25,6 +25,7 @@ struct BitCoverage {
   std::uint32_t bits = 0;     ///< how many have a location other than (0, 0)
   std::uint32_t highest = 0;  ///< the highest of these; 0 where there is none
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it
   friend auto operator<=>(const BitCoverage&, const BitCoverage&) = default;
 };
 

@@ -12,7 +12,7 @@ struct CoveredKernel {
   consolidated::Kernel kernel;
   const KernelCoverage& coverage;
   const ConditionCounts& conditions;
-  bool listsNames;  ///< whether there are few enough pairs to list
+  bool listsNames = false;  ///< whether there are few enough pairs to list
 };
 
 /// Takes what can be debugged of a file: each kernel, then the summary, then losses since an

@@ -125,7 +125,7 @@ ChildAnswer runLimited(const ChildLimits& limits, const std::function<bool(int)>
   ChildAnswer answer{{}, std::string(cannotStart)};
   if (child > 0) answer = awaitAnswer(child, input, limits);
   ::close(input);
-  std::signal(SIGCHLD, onChild);
+  static_cast<void>(std::signal(SIGCHLD, onChild));
   return answer;
 }
 

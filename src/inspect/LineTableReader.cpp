@@ -18,6 +18,7 @@ namespace consolidator::inspect {
 namespace {
 
 // Debugging information elsewhere is none of the file's.
+// NOLINTNEXTLINE(readability-function-size): as the library calls it
 int findNothing(Dwfl_Module* /*module*/, void** /*userData*/, const char* /*moduleName*/,
                 Dwarf_Addr /*base*/, const char* /*fileName*/, const char* /*debugLink*/,
                 GElf_Word /*checksum*/, char** /*found*/) {
@@ -27,7 +28,9 @@ int findNothing(Dwfl_Module* /*module*/, void** /*userData*/, const char* /*modu
 constexpr Dwfl_Callbacks callbacks{nullptr, findNothing, dwfl_offline_section_address, nullptr};
 
 // The end of the library is that of the process.
-[[noreturn]] void endWithoutMemory() { ::_exit(1); }
+void endWithoutMemory() __attribute__((noreturn));
+
+void endWithoutMemory() { ::_exit(1); }
 
 struct DwflEnd {
   void operator()(Dwfl* session) const { dwfl_end(session); }

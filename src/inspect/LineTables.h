@@ -54,6 +54,7 @@ class LineTables {
     std::uint32_t line;
     std::uint32_t rank;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it
     friend auto operator<=>(const Line&, const Line&) = default;
   };
 

@@ -20,7 +20,7 @@ Percent Percent::of(std::uint64_t part, std::uint64_t whole) {
   if (part == whole) return Percent(wholeTenths);
   if (part == 0) return Percent(0);
   const double share = static_cast<double>(part) / static_cast<double>(whole);
-  const auto rounded = static_cast<std::uint32_t>(share * wholeTenths + 0.5);
+  const auto rounded = (static_cast<std::uint32_t>(share * 2 * wholeTenths) + 1) / 2;
   return Percent(std::clamp(rounded, 1U, wholeTenths - 1));
 }
 

@@ -21,6 +21,7 @@ class Percent {
   /// As text: "66.7".
   std::string text() const;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it
   friend auto operator<=>(const Percent&, const Percent&) = default;
 
  private:
