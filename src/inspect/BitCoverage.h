@@ -2,9 +2,9 @@
 
 #include "consolidated/Locations.h"
 
-#include <compare>
 #include <cstdint>
 #include <string_view>
+#include <tuple>
 
 namespace consolidator::inspect {
 
@@ -25,8 +25,11 @@ struct BitCoverage {
   std::uint32_t bits = 0;     ///< how many have a location other than (0, 0)
   std::uint32_t highest = 0;  ///< the highest of these; 0 where there is none
 
-  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it
-  friend auto operator<=>(const BitCoverage&, const BitCoverage&) = default;
+  friend bool operator==(const BitCoverage&, const BitCoverage&) = default;
+
+  friend bool operator<(const BitCoverage& a, const BitCoverage& b) {
+    return std::tie(a.state, a.bits, a.highest) < std::tie(b.state, b.bits, b.highest);
+  }
 };
 
 /// What is known by these locations; never doubtful. How many bits there ought to be is not stored

@@ -119,7 +119,7 @@ bool CoverageCommand::reachesGoals(Console& console, const CoverageSummary& summ
   for (const std::string& text : goals_) {
     const auto goal = CoverageGoal::parse(text);
     const auto percent = summary.percent(goal->kind);
-    if (percent && *percent >= goal->least) continue;
+    if (percent && !(*percent < goal->least)) continue;
     reachesAll = false;
     const std::string found =
         percent ? fmt::format("{} % of the {}s have locations without a gap", percent->text(),

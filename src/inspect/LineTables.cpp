@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <tuple>
 #include <utility>
 
 namespace consolidator::inspect {

@@ -4,11 +4,11 @@
 #include "inspect/LimitedChild.h"
 #include "inspect/SourceLines.h"
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -54,8 +54,9 @@ class LineTables {
     std::uint32_t line;
     std::uint32_t rank;
 
-    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it
-    friend auto operator<=>(const Line&, const Line&) = default;
+    friend bool operator<(const Line& a, const Line& b) {
+      return std::tie(a.line, a.rank) < std::tie(b.line, b.rank);
+    }
   };
 
   struct SourceFile {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,8 +20,9 @@ class Percent {
   /// As text: "66.7".
   std::string text() const;
 
-  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it
-  friend auto operator<=>(const Percent&, const Percent&) = default;
+  friend bool operator==(const Percent&, const Percent&) = default;
+
+  friend bool operator<(const Percent& a, const Percent& b) { return a.tenths_ < b.tenths_; }
 
  private:
   explicit Percent(std::uint32_t tenths) : tenths_(tenths) {}
