@@ -25,24 +25,25 @@ using consolidated::List;
 using consolidated::Text;
 using consolidated::Variable;
 
-const PageListKind instanceList{"instance", "Instances",
-                                "an instance path and how many arguments and variables are located",
-                                &part::instancesTable};
-const PageListKind argumentList{
+constexpr PageListKind instanceList{
+    "instance", "Instances", "an instance path and how many arguments and variables are located",
+    &part::instancesTable};
+constexpr PageListKind argumentList{
     "argument", "Arguments",
     "name, type, bits, register, the instances where it is located, and stored bits",
     &part::variablesTable};
-const PageListKind variableList{
+constexpr PageListKind variableList{
     "variable", "Variables",
     "name, type, bits, register, the instances where it is located, and stored bits",
     &part::variablesTable};
-const PageListKind conditionList{"condition", "Breakable conditions",
-                                 "a condition, its kind and its source", &part::conditionsTable};
-const PageListKind registerList{"register", "Registers",
-                                "a register, variable, instance, number of bits and locations",
-                                &part::registersTable};
-const PageListKind kernelList{"kernel", {}, {}, nullptr};
-const PageListKind bramList{"block RAM", "Block RAMs", "a name", &part::bramsTable};
+constexpr PageListKind conditionList{"condition", "Breakable conditions",
+                                     "a condition, its kind and its source",
+                                     &part::conditionsTable};
+constexpr PageListKind registerList{"register", "Registers",
+                                    "a register, variable, instance, number of bits and locations",
+                                    &part::registersTable};
+constexpr PageListKind kernelList{"kernel", {}, {}, nullptr};
+constexpr PageListKind bramList{"block RAM", "Block RAMs", "a name", &part::bramsTable};
 
 // What the search calls lines that tell themselves what they are.
 constexpr std::string_view mixedLines = "mixed";

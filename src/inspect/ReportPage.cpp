@@ -61,7 +61,7 @@ void ReportPage::write(HtmlWriter& html, SourceListing& sources) const {
   writeFindingTable(html, findings_);
   writeSectionPicture(html, input_->file());
   writeInstances(html);
-  writeMap(html);
+  html.add(part::map).add(part::sectionEnd);
   writeKernels(html, sources);
   html.add(part::bodyEnd, version_);
   html.add(part::scriptBegin).add(pageScript).add(part::scriptEnd);
@@ -126,8 +126,6 @@ void ReportPage::writeInstances(HtmlWriter& html) const {
   }
   html.add(part::sectionEnd);
 }
-
-void ReportPage::writeMap(HtmlWriter& html) const { html.add(part::map).add(part::sectionEnd); }
 
 void ReportPage::writeKernels(HtmlWriter& html, SourceListing& sources) const {
   html.add(part::kernelsBegin);

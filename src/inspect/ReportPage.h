@@ -30,7 +30,6 @@ class ReportPage {
   void writeVerdict(HtmlWriter& html) const;
   void writeFacts(HtmlWriter& html) const;
   void writeInstances(HtmlWriter& html) const;
-  void writeMap(HtmlWriter& html) const;
   void writeKernels(HtmlWriter& html, SourceListing& sources) const;
 
   const ConsolidatedInput* input_;

@@ -50,8 +50,7 @@ std::optional<std::string> readAll(int descriptor, std::size_t size) {
 
 }  // namespace
 
-SourceFolder::SourceFolder(const std::string& path) {
-  folder_ = canonicalOf(path);
+SourceFolder::SourceFolder(const std::string& path) : folder_(canonicalOf(path)) {
   if (!folder_.empty() && !folder_.ends_with('/')) folder_ += '/';
 }
 
