@@ -56,9 +56,9 @@ void KernelCoverage::addRegisters() {
 
 BitCoverage KernelCoverage::at(VariableKind kind, std::uint32_t name,
                                std::uint32_t instance) const {
-  const Names& names = of(kind);
-  return std::max(located_.find(pathNumbers_[instance], names.registers[name]),
-                  names.stored.find(instance, name));
+  const Names& known = of(kind);
+  return std::max(located_.find(pathNumbers_[instance], known.registers[name]),
+                  known.stored.find(instance, name));
 }
 
 // Pairs of which nothing is known are counted without a look at them, and equal paths and registers
@@ -67,7 +67,7 @@ void KernelCoverage::count(Names& names) const {
   std::vector<std::uint32_t> bearers(registers_.size());
   for (const std::uint32_t number : names.registers) ++bearers[number];
   std::vector<CoverageCounts> ofPaths(paths_.size());
-  for (CoverageCounts& counts : ofPaths) counts[CoverageState::None] = names.registers.size();
+  for (CoverageCounts& ofPath : ofPaths) ofPath[CoverageState::None] = names.registers.size();
   const auto move = [](CoverageCounts& counts, CoverageState from, CoverageState to,
                        std::uint32_t number) {
     counts[from] -= number;

@@ -43,8 +43,8 @@ rlim_t addressSpace() {
 bool limitChild(const ChildLimits& limits, pid_t parent) {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (::getppid() != parent) return false;
-  const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-  return ::dup2(nowhere, STDERR_FILENO) >= 0 && limitTo(0, RLIMIT_CORE) &&
+  const int nullDevice = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+  return ::dup2(nullDevice, STDERR_FILENO) >= 0 && limitTo(0, RLIMIT_CORE) &&
          limitTo(static_cast<rlim_t>(limits.processor.count()), RLIMIT_CPU) &&
          limitTo(addressSpace() + limits.memory, RLIMIT_AS) && limitTo(0, RLIMIT_NOFILE);
 }
@@ -96,7 +96,8 @@ std::string failureOf(int status, const ChildLimits& limits) {
 
 int waitForEnd(pid_t child) {
   int status = 1;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
+  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
   return status;
 }
 

@@ -28,9 +28,9 @@ int findNothing(Dwfl_Module* /*module*/, void** /*userData*/, const char* /*modu
 constexpr Dwfl_Callbacks callbacks{nullptr, findNothing, dwfl_offline_section_address, nullptr};
 
 // The end of the library is that of the process.
-void endWithoutMemory() __attribute__((noreturn));
+void endReading() __attribute__((noreturn));
 
-void endWithoutMemory() { ::_exit(1); }
+void endReading() { ::_exit(1); }
 
 struct DwflEnd {
   void operator()(Dwfl* session) const { dwfl_end(session); }
@@ -126,7 +126,7 @@ SourceLines readLineTables(int descriptor) {
   Dwarf_Addr bias = 0;
   Dwarf* const dwarf = dwfl_module_getdwarf(module, &bias);
   if (dwarf == nullptr) return libraryFailure();
-  dwarf_new_oom_handler(dwarf, endWithoutMemory);
+  dwarf_new_oom_handler(dwarf, endReading);
   LineTableWalk walk(dwarf);
   walk.run();
   return walk.take();

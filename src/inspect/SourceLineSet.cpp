@@ -28,7 +28,7 @@ std::vector<SourceFileLines> SourceLineSet::take() {
   dropRepeated();
   std::vector<SourceFileLines> files(numbers_.size());
   for (const auto& [path, number] : numbers_) files[number].path = path;
-  for (const auto& [file, line] : lines_) files[file].lines.push_back(line);
+  for (const auto& [number, line] : lines_) files[number].lines.push_back(line);
   std::erase_if(files, [](const SourceFileLines& file) { return file.lines.empty(); });
   return files;
 }
