@@ -1,18 +1,9 @@
 #include "readers/NetBit.h"
 
 #include <charconv>
-#include <cstddef>
 #include <system_error>
 
 namespace consolidator {
-
-NetBit::NetBit(std::string_view text) : net_(text) {
-  if (!text.ends_with(']')) return;
-  const std::size_t bracket = findLast(text, '[');
-  if (bracket == std::string_view::npos) return;
-  net_ = text.substr(0, bracket);
-  indexText_ = text.substr(bracket + 1);
-}
 
 std::optional<std::uint32_t> NetBit::index() const {
   std::uint32_t index = 0;

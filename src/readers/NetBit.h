@@ -2,6 +2,7 @@
 
 #include "text/FindLast.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -16,7 +17,13 @@ class NetBit {
   static constexpr std::uint32_t endOfIndices = std::uint32_t{1} << 28;
 
   /// Splits the text before its last "[" if it ends in "]" and has one, whatever stands between.
-  explicit NetBit(std::string_view text);
+  explicit NetBit(std::string_view text) : net_(text) {
+    if (!text.ends_with(']')) return;
+    const std::size_t bracket = findLast(text, '[');
+    if (bracket == std::string_view::npos) return;
+    net_ = text.substr(0, bracket);
+    indexText_ = text.substr(bracket + 1);
+  }
 
   /// The hierarchical name of the net without the bit index.
   std::string_view net() const { return net_; }
