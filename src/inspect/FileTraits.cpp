@@ -25,6 +25,13 @@ bool copyAttribute(int from, const char* name, int to) {
   return ::fsetxattr(to, name, value.data(), value.size(), 0) == 0;
 }
 
+// A file in a folder with a default list has a list of its own at once, whoever it lets in.
+bool copyAccessList(int from, int to) {
+  constexpr const char* name = "system.posix_acl_access";
+  if (::fgetxattr(from, name, nullptr, 0) >= 0) return copyAttribute(from, name, to);
+  return ::fremovexattr(to, name) == 0 || errno == ENODATA || errno == ENOTSUP;
+}
+
 bool copyAttributes(int from, int to) {
   const ssize_t size = ::flistxattr(from, nullptr, 0);
   if (hasNone(size)) return true;
@@ -56,13 +63,20 @@ bool copyFlags(int from, int to) {
 
 }  // namespace
 
+bool copyAccess(int from, const struct stat& old, int to) {
+  return copyAccessList(from, to) && ::fchmod(to, old.st_mode & 07777U) == 0;
+}
+
 bool copyTraits(int from, const struct stat& old, int to) {
   struct stat now {};
 
   if (::fstat(to, &now) != 0) return false;
   const bool isOwned = now.st_uid == old.st_uid && now.st_gid == old.st_gid;
-  return (isOwned || ::fchown(to, old.st_uid, old.st_gid) == 0) &&
-         ::fchmod(to, old.st_mode & 07777U) == 0 && copyAttributes(from, to) && copyFlags(from, to);
+  const bool isCopied = (isOwned || ::fchown(to, old.st_uid, old.st_gid) == 0) &&
+                        copyAttributes(from, to) && copyAccess(from, old, to) &&
+                        copyFlags(from, to);
+  // A bit that one may not set is left out without an error.
+  return isCopied && ::fstat(to, &now) == 0 && now.st_mode == old.st_mode;
 }
 
 }  // namespace consolidator::inspect

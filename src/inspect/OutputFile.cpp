@@ -1,5 +1,7 @@
 #include "inspect/OutputFile.h"
 
+#include "inspect/FileTraits.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -41,19 +43,19 @@ void OutputFile::open(const std::string& path) {
   if (error_ != 0 || !S_ISREG(old.st_mode)) return;
   const std::string place = placeOf(path);
   if (!isNameOf(place, old)) return note(::ftruncate(descriptor_, 0) == 0);
-  ::close(std::exchange(descriptor_, -1));
   openBeside(place, &old);
+  ::close(std::exchange(descriptor_, -1));
 }
 
 void OutputFile::openBeside(const std::string& place, const struct stat* old) {
-  beside_.emplace(place, 0666);
+  beside_.emplace(place, old != nullptr ? 0600 : 0666);  // nobody may look in sooner
   error_ = beside_->error();
   if (error_ == 0 && old != nullptr) keepPermissions(*old);
 }
 
 void OutputFile::keepPermissions(const struct stat& old) {
   static_cast<void>(::fchown(beside_->descriptor(), old.st_uid, old.st_gid) == 0);
-  note(::fchmod(beside_->descriptor(), old.st_mode & 07777U) == 0);
+  note(copyAccess(descriptor_, old, beside_->descriptor()));
 }
 
 void OutputFile::note(bool isDone) {

@@ -46,16 +46,19 @@ class Replacement {
   int descriptor() const { return file_.descriptor(); }
 
   /// Gives the new file the name once its bytes are on the disk. Returns why nothing happened, if
-  /// so: the old file is another one by now, or has other contents, or the system says no.
+  /// so: the name leads to another file by now, or that has other contents or another name besides,
+  /// or the system says no.
   std::optional<Refusal> takeName();
 
  private:
-  Replacement(std::unique_ptr<FileLock> lock, const std::string& place);
+  Replacement(std::unique_ptr<FileLock> lock, std::string path, const std::string& place);
 
-  std::optional<Refusal> prepare();
+  std::optional<Refusal> prepare() const;
+  std::optional<Refusal> takeTraits() const;
   bool isUnchanged() const;
 
   std::unique_ptr<FileLock> lock_;  // longer than the file
+  std::string path_;                // before links are followed
 
   struct stat old_ {};
 

@@ -80,15 +80,25 @@ StdioFile WorkingFiles::openConsolidatedFile(const std::string& path) {
 StdioFile WorkingFiles::openDump(const std::string& path) {
   hasDump_ = true;
   dumpsToOutput_ = isSameFile(path, STDOUT_FILENO);
-  if (dumpsToOutput_ && out_ == nullptr) return openNullStream(&dumpedOut_);
-  if (!dumpsToOutput_ && isSameFile(path, STDERR_FILENO)) return openNullStream(&dumpedErr_);
-  if (!dumpsToOutput_) {
-    removeLeftovers(placeOf(path));
-    dump_.emplace(path);
-    if (dump_->error() != 0) return nullptr;
+  if (dumpsToOutput_) return openDumpStream(out_, dumpedOut_);
+  if (isSameFile(path, STDERR_FILENO)) {
+    errorSink_.emplace(STDERR_FILENO);
+    return openDumpStream(out_ == nullptr ? nullptr : &*errorSink_, dumpedErr_);
   }
-  OutputSink& sink = dumpsToOutput_ ? *out_ : dump_->sink();
-  return openTargetStream(std::make_unique<SinkTarget>(sink, dumpedBytes_));
+  removeLeftovers(placeOf(path));
+  dump_.emplace(path);
+  if (dump_->error() != 0) return nullptr;
+  return openDumpStream(&dump_->sink(), dumpedOut_);
+}
+
+StdioFile WorkingFiles::openDumpStream(OutputSink* sink, std::string& kept) {
+  if (sink == nullptr) return openNullStream(&kept);
+  return openTargetStream(std::make_unique<SinkTarget>(*sink, dumpedBytes_));
+}
+
+int WorkingFiles::dumpError() const {
+  if (dump_) return dump_->error();
+  return errorSink_ ? errorSink_->error() : 0;
 }
 
 std::uint64_t WorkingFiles::dumpedBytes() const {
@@ -97,6 +107,7 @@ std::uint64_t WorkingFiles::dumpedBytes() const {
 
 int WorkingFiles::finishDump() {
   if (dump_) dump_->finish();
+  if (errorSink_) errorSink_->flush();
   return dumpError();
 }
 

@@ -16,8 +16,8 @@ namespace consolidator::inspect {
 /// could not be written.
 class WorkingFiles final : public ObservedFiles {
  public:
-  /// What is dumped to standard output goes there by way of `out`, or is kept for the explanation
-  /// where that is null.
+  /// What is dumped to standard output goes there by way of `out`. Where that is null, it is kept
+  /// for the explanation, and so is what is dumped to standard error.
   explicit WorkingFiles(OutputSink* out) : out_(out) {}
 
   /// From now on there is a replacement, which must outlive this object.
@@ -49,12 +49,14 @@ class WorkingFiles final : public ObservedFiles {
   int finishDump();
 
   /// The system's error number of a dump that could not be begun, or 0.
-  int dumpError() const { return dump_ ? dump_->error() : 0; }
+  int dumpError() const;
 
   /// Whether the dump goes to standard output itself.
   bool dumpsToOutput() const { return dumpsToOutput_; }
 
  private:
+  StdioFile openDumpStream(OutputSink* sink, std::string& kept);
+
   OutputSink* out_;
   const Replacement* replacement_ = nullptr;
   bool isOpened_ = false;
@@ -63,6 +65,7 @@ class WorkingFiles final : public ObservedFiles {
   bool dumpsToOutput_ = false;
   std::uint64_t dumpedBytes_ = 0;
   std::optional<OutputFile> dump_;
+  std::optional<OutputSink> errorSink_;  // of a dump to standard error
   std::string dumpedOut_;
   std::string dumpedErr_;
 };

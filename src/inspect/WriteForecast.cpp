@@ -24,6 +24,14 @@ std::string linkTarget(const std::string& path) {
   return target.is_absolute() ? target.string() : (fs::path(path).parent_path() / target).string();
 }
 
+// Such a file is open for writing to everybody who adds to it, but to nobody who empties it.
+bool isAppendOnly(const std::string& path) {
+  struct statx status {};
+
+  return statx(AT_FDCWD, path.c_str(), 0, STATX_TYPE, &status) == 0 &&
+         (status.stx_attributes & STATX_ATTR_APPEND) != 0;
+}
+
 bool takesNewFiles(const std::string& folder) {
   struct statfs status {};
 
@@ -50,7 +58,8 @@ WriteForecast forecastWrite(const std::string& path) {
   for (int links = 0; links < mostLinks; ++links) {
     if (stat(place.c_str(), &status) == 0) {
       const bool isWritable = !S_ISDIR(status.st_mode) && !S_ISSOCK(status.st_mode) &&
-                              faccessat(AT_FDCWD, place.c_str(), W_OK, AT_EACCESS) == 0;
+                              faccessat(AT_FDCWD, place.c_str(), W_OK, AT_EACCESS) == 0 &&
+                              !isAppendOnly(place);
       return {isWritable, false, place};
     }
     if (errno != ENOENT) return {};

@@ -4,8 +4,12 @@
 #include "support/Bytes.h"
 #include "support/TemporaryFolder.h"
 
+#include <fcntl.h>
+#include <linux/fs.h>
 #include <rapidjson/document.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <map>
@@ -134,6 +138,25 @@ TEST(ExplainExecutable, TellsWhatAnyRunPrints) {
     SCOPED_TRACE(joinedWords(words));
     expectSameRun(words);
   }
+}
+
+TEST(ExplainExecutable, TellsThatAFileCanOnlyBeAddedTo) {
+  const TemporaryFolder folder;
+  folder.write("h", "k:\n");
+  const int file = ::open(folder.write("made", header(0)).c_str(), O_RDONLY | O_CLOEXEC);
+  unsigned long flags = FS_APPEND_FL;
+  const bool isSet = ::ioctl(file, FS_IOC_SETFLAGS, &flags) == 0;
+  const Outcome explained =
+      startInspect({"explain", "--", "-f", "made", "-h", "h"}, folder.path("")).outcome();
+  const Outcome real = ExecutableRun(CONSOLIDATOR_EXECUTABLE,
+                                     {"consolidator", "-f", "made", "-h", "h"}, folder.path(""))
+                           .outcome();
+  flags = 0;
+  static_cast<void>(::ioctl(file, FS_IOC_SETFLAGS, &flags));
+  ::close(file);
+  if (!isSet) GTEST_SKIP() << "files cannot be made to be added to alone here";
+  EXPECT_EQ(real, (Outcome{1, "", "Unable to open made\n"}));
+  EXPECT_NE(explained.out.find("Unable to open made\nStatus: 1"), std::string::npos) << explained;
 }
 
 TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {

@@ -1,4 +1,5 @@
 #include "inspect/OutputFile.h"
+#include "support/AccessList.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,17 @@ TEST_F(OutputFileTest, ReplacesAFileAndKeepsItsMode) {
   EXPECT_EQ(folder_.read("old"), "text");
   EXPECT_EQ(modeOf(path("old")), 0705U);
   EXPECT_EQ(countFiles(), 1U);
+}
+
+TEST_F(OutputFileTest, LetsNobodyInWhoseRightsOnlyTheFolderGives) {
+  folder_.write("old", "before");
+  ::chmod(path("old").c_str(), 0640);
+  if (!giveDefaultAccessList(path(""))) GTEST_SKIP() << "no access control lists here";
+  EXPECT_TRUE(write(path("old"), "text"));
+  EXPECT_FALSE(hasAccessList(path("old")));
+  EXPECT_EQ(modeOf(path("old")), 0640U);
+  EXPECT_TRUE(write(path("new"), "text"));
+  EXPECT_TRUE(hasAccessList(path("new")));
 }
 
 TEST_F(OutputFileTest, LeavesTheOldFileUntilAllIsWritten) {

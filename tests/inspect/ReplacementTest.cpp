@@ -1,5 +1,6 @@
 #include "inspect/FileBeside.h"
 #include "inspect/Replacement.h"
+#include "support/AccessList.h"
 #include "support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -15,6 +16,7 @@
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <variant>
 
@@ -34,6 +36,13 @@ class ReplacementTest : public testing::Test {
     const auto made = Replacement::make(path);
     const auto* const refusal = std::get_if<Replacement::Refusal>(&made);
     return refusal == nullptr ? "" : refusal->reason;
+  }
+
+  static mode_t modeOf(const std::string& path) {
+    struct stat status {};
+
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777U;
   }
 
   std::ptrdiff_t fileCount() const {
@@ -77,15 +86,64 @@ TEST_F(ReplacementTest, KeepsModeAndAttributes) {
   const bool hasAttributes = ::setxattr(path.c_str(), "user.note", "kept", 4, 0) == 0;
   Replacement replacement = make(path);
   ASSERT_FALSE(replacement.takeName());
-
-  struct stat now {};
-
-  ASSERT_EQ(::stat(path.c_str(), &now), 0);
-  EXPECT_EQ(now.st_mode & 07777U, 0640U);
+  EXPECT_EQ(modeOf(path), 0640U);
   std::string value(4, ' ');
   if (!hasAttributes) GTEST_SKIP() << "no extended attributes here";
   EXPECT_EQ(::getxattr(path.c_str(), "user.note", value.data(), value.size()), 4);
   EXPECT_EQ(value, "kept");
+}
+
+TEST_F(ReplacementTest, LetsNobodyInWhoseRightsOnlyTheFolderGives) {
+  const std::string path = folder_.write("file", "old");
+  ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+  if (!giveDefaultAccessList(folder_.path(""))) GTEST_SKIP() << "no access control lists here";
+  ASSERT_TRUE(hasAccessList(folder_.write("another", "")));
+  Replacement replacement = make(path);
+  ASSERT_FALSE(replacement.takeName());
+  EXPECT_FALSE(hasAccessList(path));
+  EXPECT_EQ(modeOf(path), 0640U);
+}
+
+// Writing takes the one of them from a user's file, the other one from that of root.
+TEST_F(ReplacementTest, KeepsRightsThatWritingTakesAway) {
+  constexpr std::string_view name = "security.capability";
+  constexpr std::string_view rights("\1\0\0\2\0\x20\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 20);
+  const std::string path = folder_.write("file", "old");
+  ASSERT_EQ(::chmod(path.c_str(), 04750), 0);
+  const bool isRoot = ::setxattr(path.c_str(), name.data(), rights.data(), rights.size(), 0) == 0;
+  Replacement replacement = make(path);
+  ASSERT_EQ(::write(replacement.descriptor(), "new", 3), 3);
+  ASSERT_FALSE(replacement.takeName());
+  EXPECT_EQ(modeOf(path), 04750U);
+  EXPECT_EQ(::getxattr(path.c_str(), name.data(), nullptr, 0) > 0, isRoot);
+}
+
+TEST_F(ReplacementTest, KeepsTheModeThatTheFileWasGivenMeanwhile) {
+  const std::string path = folder_.write("file", "old");
+  Replacement replacement = make(path);
+  ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
+  ASSERT_FALSE(replacement.takeName());
+  EXPECT_EQ(modeOf(path), 0600U);
+}
+
+TEST_F(ReplacementTest, LeavesAFileThatWasGivenAnotherNameMeanwhile) {
+  const std::string path = folder_.write("file", "old");
+  Replacement replacement = make(path);
+  fs::create_hard_link(path, folder_.path("another"));
+  EXPECT_EQ(replacement.takeName()->reason, "was changed by somebody else meanwhile");
+  EXPECT_EQ(readFile(path), "old");
+}
+
+TEST_F(ReplacementTest, LeavesFilesWhoseLinkWasMovedMeanwhile) {
+  const std::string path = folder_.write("file", "old");
+  fs::create_symlink("file", folder_.path("link"));
+  Replacement replacement = make(folder_.path("link"));
+  folder_.write("another", "theirs");
+  fs::create_symlink("another", folder_.path("moved"));
+  fs::rename(folder_.path("moved"), folder_.path("link"));
+  EXPECT_EQ(replacement.takeName()->reason, "was changed by somebody else meanwhile");
+  EXPECT_EQ(readFile(path), "old");
+  EXPECT_EQ(folder_.read("another"), "theirs");
 }
 
 TEST_F(ReplacementTest, LeavesAFileThatWasReplacedMeanwhile) {

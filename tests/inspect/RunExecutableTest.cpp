@@ -166,6 +166,19 @@ TEST(RunExecutable, DumpsToStandardOutput) {
             std::string::npos);
 }
 
+TEST(RunExecutable, DumpsToStandardError) {
+  const TemporaryFolder folder;
+  folder.write("made", container({{SectionKind::Dwarf, std::string("d\n\0\1", 4)}}));
+  const auto dump = [&](const std::string& script) {
+    return startInspectScript("$INSPECT run --quiet -- -f made -u /dev/stderr " + script,
+                              folder.path(""))
+        .outcome();
+  };
+  EXPECT_EQ(dump("").err, std::string("d\n\0\1", 4));
+  EXPECT_EQ(dump("2> out; cat out"), holds(std::string("d\n\0\1", 4)));
+  EXPECT_EQ(dump("2> /dev/full").status, 2);
+}
+
 TEST(RunExecutable, NoticesThatItsSummaryCannotBeWritten) {
   const TemporaryFolder folder;
   folder.write("h", kernel("k"));
