@@ -43,10 +43,10 @@ void CoverageDocument::writeNames(const CoveredKernel& kernel, VariableKind kind
   document_.key(listKeyOf(kind)).beginObject();
   writeCounts(kernel.coverage.counts(kind, instance));
   document_.key("names").beginArray();
-  const auto write = [&](const consolidated::Variable& variable, const BitCoverage& coverage) {
+  const auto write = [&](const CoveredName& name, const BitCoverage& coverage) {
     document_.beginObject();
-    document_.member("name", variable.name().view());
-    document_.member("register", variable.second().view());
+    document_.member("name", name.name);
+    document_.member("register", name.registerName);
     writeBits(coverage);
     document_.endObject();
   };

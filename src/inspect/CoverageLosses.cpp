@@ -89,14 +89,13 @@ class KernelLosses {
  private:
   void reportInstance(std::string_view path, std::uint32_t instance, VariableKind kind,
                       const Partners& names) {
-    std::uint32_t name = 0;
-    coverage_.forEach(kind, instance, [&](const Variable& variable, const BitCoverage& coverage) {
+    std::uint32_t position = 0;
+    coverage_.forEach(kind, instance, [&](const CoveredName& name, const BitCoverage& coverage) {
       const BitCoverage before = withoutDoubt(coverage);
-      const auto after = later(kind, names, name++, instance);
+      const auto after = later(kind, names, position++, instance);
       if (!isLoss(before, after.value_or(BitCoverage()))) return;
       ++losses_;
-      (*take_)({before_.name().view(), path, kind, variable.name().view(), variable.second().view(),
-                before, after});
+      (*take_)({before_.name().view(), path, kind, name.name, name.registerName, before, after});
     });
   }
 

@@ -67,11 +67,11 @@ void CoverageText::writeNames(const CoveredKernel& kernel, VariableKind kind,
   console_->out.write(
       fmt::format("    {}s: {}\n", nameOf(kind), shareOf(kernel.coverage.counts(kind, instance))));
   if (!kernel.listsNames) return;
-  const auto write = [&](const consolidated::Variable& variable, const BitCoverage& coverage) {
+  const auto write = [&](const CoveredName& name, const BitCoverage& coverage) {
     const std::string bits =
         painted(paintFor(coverage.state), bitsText(coverage), console_->hasColour);
-    console_->out.write(fmt::format("      {} ({}): {}\n", plain(variable.name().view()),
-                                    plain(variable.second().view()), bits));
+    console_->out.write(
+        fmt::format("      {} ({}): {}\n", plain(name.name), plain(name.registerName), bits));
   };
   kernel.coverage.forEach(kind, instance, write);
 }

@@ -28,7 +28,8 @@ void KernelCoverage::addPaths() {
 void KernelCoverage::addNames(VariableKind kind, Names& names) {
   for (const Variable& variable : listOf(kind)) {
     const auto name = static_cast<std::uint32_t>(names.registers.size());
-    names.registers.push_back(registers_.add(variable.second().view()));
+    names.names.push_back({variable.name().view(), variable.second().view()});
+    names.registers.push_back(registers_.add(names.names.back().registerName));
     std::uint32_t instance = 0;
     for (const Locations& bits : variable.instanceBits()) {
       if (instance == instances()) break;

@@ -13,6 +13,12 @@
 
 namespace consolidator::inspect {
 
+/// How an argument or a variable is called.
+struct CoveredName {
+  std::string_view name;          ///< in the source
+  std::string_view registerName;  ///< in the hardware
+};
+
 /// What can be debugged of one kernel: for each of its instances and each argument and variable,
 /// which bits have a location.
 ///
@@ -25,7 +31,7 @@ namespace consolidator::inspect {
 ///     for (const Text& path : kernel.instancePaths()) {
 ///       const CoverageCounts& counts = coverage.counts(VariableKind::Argument, instance);
 ///       coverage.forEach(VariableKind::Argument, instance,
-///                        [](const Variable& argument, const BitCoverage& bits) {...});
+///                        [](const CoveredName& argument, const BitCoverage& bits) {...});
 ///       ++instance;
 ///     }
 ///
@@ -53,14 +59,12 @@ class KernelCoverage {
   /// a time logarithmic in the size of the record.
   BitCoverage at(VariableKind kind, std::uint32_t name, std::uint32_t instance) const;
 
-  /// Calls `visit(variable, coverage)` for each argument or variable in an instance, in the
-  /// kernel's order.
+  /// Calls `visit(name, coverage)` for each argument or variable in an instance, in the kernel's
+  /// order.
   template <typename Visit>
   void forEach(VariableKind kind, std::uint32_t instance, Visit visit) const {
-    std::uint32_t name = 0;
-    for (const consolidated::Variable& variable : listOf(kind)) {
-      if (name == names(kind)) break;  // the bytes of a mapped file may have changed
-      visit(variable, at(kind, name++, instance));
+    for (std::uint32_t name = 0; name < names(kind); ++name) {
+      visit(of(kind).names[name], at(kind, name, instance));
     }
   }
 
@@ -71,6 +75,7 @@ class KernelCoverage {
  private:
   // The arguments or the variables.
   struct Names {
+    std::vector<CoveredName> names;        // since each in the record is as long as its bits
     std::vector<std::uint32_t> registers;  // their numbers, for each name
     CoveredPairs stored;                   // of an instance and a name, by its own bits
     std::vector<CoverageCounts> counts;    // for each instance

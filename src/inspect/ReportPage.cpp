@@ -4,6 +4,7 @@
 #include "inspect/KernelSection.h"
 #include "inspect/PageParts.h"
 #include "inspect/PageText.h"
+#include "inspect/Percent.h"
 #include "inspect/SectionPicture.h"
 #include "inspect/Verification.h"
 
@@ -40,9 +41,7 @@ std::string dwarfOf(const File& file) {
 // Of the pairs of a name and an instance; a gap is no location for a debugger.
 std::string shareLocated(const CoverageCounts& counts) {
   if (counts.total() == 0) return {};
-  return fmt::format("{:.1f} % located",
-                     100.0 * static_cast<double>(counts[CoverageState::WithoutGap]) /
-                         static_cast<double>(counts.total()));
+  return Percent::of(counts[CoverageState::WithoutGap], counts.total()).text() + " % located";
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace consolidator::inspect {
 
@@ -21,18 +22,6 @@ constexpr std::size_t leastSize = 4096;
 std::string canonicalOf(const fs::path& path) {
   std::error_code error;
   return fs::canonical(path, error).string();
-}
-
-SourceFolder::Lines split(std::string_view text) {
-  SourceFolder::Lines lines;
-  while (!text.empty()) {
-    const std::size_t end = text.find('\n');
-    std::string_view line = text.substr(0, end);
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    lines.emplace_back(line);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  }
-  return lines;
 }
 
 std::optional<std::string> readAll(int descriptor, std::size_t size) {
@@ -54,15 +43,15 @@ SourceFolder::SourceFolder(const std::string& path) : folder_(canonicalOf(path))
   if (!folder_.empty() && !folder_.ends_with('/')) folder_ += '/';
 }
 
-const SourceFolder::Lines* SourceFolder::linesOf(const std::string& path) {
+const SourceText* SourceFolder::linesOf(const std::string& path) {
   const std::string real = realPathOf(path);
   if (real.empty()) return nullptr;
   const auto known = files_.find(real);
   if (known != files_.end()) return &known->second;
-  const auto text = read(real);
+  auto text = read(real);
   if (!text) return nullptr;
   bytesLeft_ -= std::min(bytesLeft_, std::max(text->size(), leastSize));
-  return &files_.emplace(real, split(*text)).first->second;
+  return &files_.emplace(real, std::move(*text)).first->second;
 }
 
 std::string SourceFolder::realPathOf(const std::string& path) const {

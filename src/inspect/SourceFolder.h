@@ -1,12 +1,12 @@
 #pragma once
 
+#include "inspect/SourceText.h"
+
 #include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace consolidator::inspect {
 
@@ -14,14 +14,12 @@ namespace consolidator::inspect {
 /// link or by ".." is not below it. Keeps what it has read, at most 32 MiB in all.
 class SourceFolder {
  public:
-  using Lines = std::vector<std::string>;
-
   /// A folder that is not there has no files.
   explicit SourceFolder(const std::string& path);
 
   /// The lines of a regular file below the folder, or null if it is none, cannot be read or is one
   /// too many. A relative path is taken from the folder on. Holds as long as this object.
-  const Lines* linesOf(const std::string& path);
+  const SourceText* linesOf(const std::string& path);
 
  private:
   std::string realPathOf(const std::string& path) const;  // empty if it is not below the folder
@@ -30,7 +28,7 @@ class SourceFolder {
   static constexpr std::size_t mostBytes = std::size_t{32} << 20U;
 
   std::string folder_;  // with a "/" at its end; empty if it is not there
-  std::map<std::string, Lines, std::less<>> files_;
+  std::map<std::string, SourceText, std::less<>> files_;
   std::size_t bytesLeft_ = mostBytes;
 };
 

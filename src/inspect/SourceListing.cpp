@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 
 namespace consolidator::inspect {
 
@@ -32,7 +33,7 @@ void SourceListing::collect(const BreakableCondition& condition,
   if (condition.kind() != ConditionKind::SourceLine) return;
   const auto path = tables_.pathOf(condition.file().view(), condition.line());
   if (!path) return;
-  const SourceFolder::Lines* const lines = folder_.linesOf(std::string(*path));
+  const SourceText* const lines = folder_.linesOf(std::string(*path));
   if (lines == nullptr || condition.line() == 0 || condition.line() > lines->size()) return;
   Marked& file = files[std::string(*path)];
   file.lines = lines;
@@ -55,7 +56,7 @@ void SourceListing::writeFile(HtmlWriter& html, const std::string& path, const M
 void SourceListing::writeLine(HtmlWriter& html, const Marked& file, std::uint32_t line) {
   if (linesLeft_ == 0) return;
   --linesLeft_;
-  const std::string& text = (*file.lines)[line - 1];
+  const std::string_view text = (*file.lines)[line - 1];
   const auto conditions = file.conditions.find(line);
   if (conditions == file.conditions.end()) {
     html.add(part::sourceLine, line, text);

@@ -33,7 +33,7 @@ class SourceListing {
 
  private:
   struct Marked {
-    const SourceFolder::Lines* lines = nullptr;
+    const SourceText* lines = nullptr;
     std::map<std::uint32_t, std::vector<consolidated::Text>> conditions;  // by the line's number
   };
 

@@ -427,6 +427,8 @@ class RefusalTest(CommandsTest):
             "info kernel-conditions 11": '"11" is not of the form FILE:LINE.',
             "info kernel-conditions k.c:": '"k.c:" is not of the form FILE:LINE.',
             "info kernel-conditions k.c:-1": '"k.c:-1" is not of the form FILE:LINE.',
+            f"info kernel-conditions k.c:{'1' * 5000}":
+                f'"k.c:{"1" * 5000}" is not of the form FILE:LINE.',
             "info kernels [": "Invalid regexp: unterminated character set at position 0.",
         }.items():
             self.assertEqual(self.asked(name, command), message + "\n")

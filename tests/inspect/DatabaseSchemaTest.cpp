@@ -91,7 +91,7 @@ std::vector<std::string> coverageRows(const std::string& bytes) {
           std::string row(kernel.name().view());
           row.append("|").append(std::to_string(instance)).append("|").append(path.view());
           row.append(kind == VariableKind::Argument ? "|argument|" : "|variable|");
-          row.append(variable.name().view()).append("|").append(variable.second().view());
+          row.append(variable.name).append("|").append(variable.registerName);
           row.append("|").append(nameOf(found.state)).append("|");
           row.append(std::to_string(found.bits)).append("|").append(std::to_string(found.highest));
           rows.push_back(wellFormed(row));

@@ -121,9 +121,10 @@ TEST(KernelCoverageTest, VisitsNamesInTheirOrder) {
   const OneKernel one(kernel);
   std::string seen;
   KernelCoverage(*one).forEach(variable, 0, [&](const auto& item, const BitCoverage& coverage) {
-    seen.append(item.name().view()).append(" ").append(nameOf(coverage.state)).append(" ");
+    seen.append(item.name).append(" ").append(item.registerName).append(" ");
+    seen.append(nameOf(coverage.state)).append(" ");
   });
-  EXPECT_EQ(seen, "i without_gap j without_gap k none ");
+  EXPECT_EQ(seen, "i i_r without_gap j i_r without_gap k k_r none ");
 }
 
 // The same pair by pair, as the rule is written.
@@ -171,8 +172,10 @@ TEST(KernelCoverageTest, TellsOfEachPairWhatTheRuleSays) {
       std::uint32_t instance = 0;
       for (const consolidated::Text& path : kernel.instancePaths()) {
         CoverageCounts counts;
-        coverage.forEach(kind, instance, [&](const auto& name, const BitCoverage& found) {
-          EXPECT_EQ(found, plainCoverage(kernel, name, instance, path.view()));
+        const auto names = kind == argument ? kernel.arguments() : kernel.variables();
+        auto name = names.begin();
+        coverage.forEach(kind, instance, [&](const auto& /*name*/, const BitCoverage& found) {
+          EXPECT_EQ(found, plainCoverage(kernel, *name++, instance, path.view()));
           ++counts[found.state];
           ++states.at(static_cast<std::size_t>(found.state));
         });
@@ -225,6 +228,29 @@ TEST(KernelCoverageTest, TakesLinearTime) {
   EXPECT_LE(Growth(same, 500).perDoubling(), Growth::limit());
   EXPECT_LE(Growth(others, 500).perDoubling(), Growth::limit());
   EXPECT_LE(Growth(samePaths, 500).perDoubling(), Growth::limit());
+}
+
+// In the record, a variable is as long as the bits that it has in all instances.
+TEST(KernelCoverageTest, VisitsNamesInTimeThatDoesNotGrowWithTheirBits) {
+  const auto visitAll = [](std::size_t size) -> Work {
+    VariableRecord name("i", "i_r", "int");
+    name.instanceBits.resize(size);
+    KernelRecord record;
+    for (std::size_t i = 0; i < size; ++i) record.instancePaths.append("");
+    record.variables.append(name);
+    const auto one = std::make_shared<OneKernel>(record);
+    return [one] {
+      const KernelCoverage coverage(**one);
+      std::size_t bytes = 0;
+      for (std::uint32_t instance = 0; instance < coverage.instances(); ++instance) {
+        coverage.forEach(variable, instance, [&](const auto& item, const auto& /*bits*/) {
+          bytes += item.name.size();
+        });
+      }
+      EXPECT_EQ(bytes, coverage.instances());
+    };
+  };
+  EXPECT_LE(Growth(visitAll, 500).perDoubling(), Growth::limit());
 }
 
 }  // namespace

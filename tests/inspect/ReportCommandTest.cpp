@@ -64,6 +64,18 @@ TEST(ReportCommand, HasNoStatusForWhatItShows) {
   EXPECT_TRUE(has(pageOf(fullContainer()), "<strong>Unsound</strong>"));
 }
 
+TEST(ReportCommand, CallsOnlyAllVariablesAWholeHundredPercent) {
+  const std::uint32_t names = 10'000;
+  std::string variables;
+  for (std::uint32_t i = 0; i < names; ++i) {
+    variables += text("v") + text(i == 0 ? "none" : "r") + text("int") + u32(0);
+  }
+  const std::string record = text("k") + u32(1) + text("/t") + u32(0) + u32(0) + u32(names) +
+                             variables + u32(1) + text("/t/r") + u32(1) + u32(1) + u32(1) + u32(0) +
+                             u32(0);
+  EXPECT_TRUE(has(pageOf(fileOf(u32(1) + record)), "99.9 % located"));
+}
+
 TEST(ReportCommand, FailsForAFileThatIsNotComplete) {
   const std::string bytes = fullContainer();
   const Outcome outcome = report(bytes.substr(0, bytes.size() - 30));

@@ -164,17 +164,19 @@ class InfoKernelConditionsCommand(InfoCommand):
     def lines(self, opened, place):
         from .reports import condition_lines
 
-        file, colon, line = place.rpartition(":")
-        if not (file and colon and line.isascii() and line.isdigit()):
+        # Python makes no number of thousands of digits.
+        match = re.fullmatch("(.+):([0-9]{1,20})", place, re.DOTALL)
+        if match is None:
             raise refusal(f'"{place}" is not of the form FILE:LINE.')
+        file, line = match[1], int(match[2])
         lines = [
             shown
             for kernel in opened.kernels
             for condition in kernel.conditions
-            if condition.is_at(file, int(line))
+            if condition.is_at(file, line)
             for shown in condition_lines(kernel, condition)
         ]
-        return lines or [f'No kernel has a condition for line {int(line)} of "{file}".']
+        return lines or [f'No kernel has a condition for line {line} of "{file}".']
 
     def candidates(self, known):
         for kernel in known.kernels:
