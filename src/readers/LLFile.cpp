@@ -119,9 +119,11 @@ bool LLFile::observeBit(std::string_view line, const std::optional<NetBit>& bit,
     return false;
   }
   if (!bit->hasPlainIndex()) ignore("a bit index that is no number", line);
+  const std::size_t owners =
+      registers.mayKnow(bit->registerName()) ? registers.find(bit->net()).kernels.size() : 0;
+  observer_->onNet(bit->net(), lineOf(line), owners);
+  if (owners == 0) return false;
   const RegisterIndex::Found found = registers.find(bit->net());
-  observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
-  if (found.kernels.empty()) return false;
   if (address != location.first) ignore("the digits of an address beyond 32 bits", line);
   if (replaces(found, *index, location)) {
     ignore("an earlier location of the bit, which the line replaces", line);
