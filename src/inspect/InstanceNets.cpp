@@ -10,7 +10,7 @@ namespace consolidator::inspect {
 
 namespace {
 
-constexpr std::size_t placeCount = 8192;
+constexpr std::size_t placeCount = 16384;
 
 NumbersByText indexPaths(const KernelList& kernels) {
   std::vector<NumbersByText::Note> notes;
@@ -28,8 +28,8 @@ TextSearch makeSearch(const NumbersByText& paths) {
   return TextSearch(views);
 }
 
-// The instances of one kernel, which are neighbours and hold nets of the same names, get hashes that
-// are neighbours, too: half of the waiting for memory is spared.
+// The instances of one kernel, which are neighbours and hold nets of the same names, get hashes
+// that are neighbours, too: half of the waiting for memory is spared.
 std::uint64_t pairHash(std::uint64_t leaf, std::uint32_t path) {
   constexpr std::uint32_t neighbours = 8;
   return keyedHash(leaf + path / neighbours) ^ path % neighbours;

@@ -52,7 +52,7 @@ class InstanceNets {
   };
 
   NumbersByText paths_;
-  TextSearch search_;  // of the paths with a "/" after each
+  TextSearch search_;          // of the paths with a "/" after each
   std::vector<Place> places_;  // each at the position that its hash gives
   HashedSet seen_;             // last components in paths
   std::string lastKept_;
