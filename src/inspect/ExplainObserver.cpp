@@ -112,13 +112,15 @@ void ExplainObserver::onIgnored(std::string_view reason, std::uint64_t line) {
 }
 
 void ExplainObserver::onNet(std::string_view net, std::uint64_t line, std::size_t owners) {
-  const InstanceNets::Paths& inside = nets_->around(net);
-  if (!inside.empty()) nets_->keep(net, inside);
+  hardwareName_ = '/';
+  hardwareName_ += net;
+  const InstanceNets::Paths& inside = nets_->around(hardwareName_);
+  if (!inside.empty()) nets_->keep(hardwareName_, inside);
   if (owners == 0) {
     onIgnored(inside.empty() ? "a net outside every instance"
                              : "a net inside an instance, but of no known register",
               line);
-  } else if (doubtful_->note(net, line, inside)) {
+  } else if (doubtful_->note(hardwareName_, line, inside)) {
     onIgnored("a doubtful net that there is no room to list", line);
   }
 }

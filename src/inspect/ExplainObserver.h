@@ -62,6 +62,7 @@ class ExplainObserver final : public RunObserver {
   std::map<std::string, std::size_t, std::less<>> lossCounts_;
   std::map<std::string, std::size_t, std::less<>> droppedCounts_;  // of the input
   std::optional<InstanceNets> nets_;
+  std::string hardwareName_;  // of the last net
   std::optional<DoubtfulNets> doubtful_;
   ConditionWatch conditions_;
 };

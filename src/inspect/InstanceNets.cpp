@@ -4,10 +4,13 @@
 #include "text/FindLast.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace consolidator::inspect {
 
 namespace {
+
+constexpr std::size_t placeCount = 16384;
 
 NumbersByText indexPaths(const KernelList& kernels) {
   std::vector<NumbersByText::Note> notes;
@@ -25,27 +28,34 @@ TextSearch makeSearch(const NumbersByText& paths) {
   return TextSearch(views);
 }
 
+// The instances of one kernel, which are neighbours and hold nets of the same names, get hashes
+// that are neighbours, too: half of the waiting for memory is spared.
+std::uint64_t pairHash(std::uint64_t leaf, std::uint32_t path) {
+  constexpr std::uint32_t neighbours = 8;
+  return keyedHash(leaf + path / neighbours) ^ path % neighbours;
+}
+
 }  // namespace
 
 InstanceNets::InstanceNets(const KernelList& kernels)
-    : paths_(indexPaths(kernels)), search_(makeSearch(paths_)), netsByPath_(paths_.size()) {}
+    : paths_(indexPaths(kernels)),
+      search_(makeSearch(paths_)),
+      places_(placeCount),
+      netsByPath_(paths_.size()) {}
 
-// The nets of one place often follow one another, and come again.
+// The nets of one place often follow one another, and come again. Places that push out each other
+// cost a search each time, as new ones do, so that a hash without a seed serves.
 const InstanceNets::Paths& InstanceNets::around(std::string_view hardwareName) {
-  constexpr std::size_t mostPlaces = 65536;
   constexpr std::size_t mostPaths = 64;
-  const std::string_view place = hardwareName.substr(0, findLast(hardwareName, '/') + 1);
-  if (last_ != nullptr && lastPlace_ == place) return *last_;
-  lastPlace_ = place;
-  if (byPlace_.size() >= mostPlaces) byPlace_.clear();
-  const auto [known, isNew] = byPlace_.try_emplace(keyedHash(place));
-  if (isNew) {
-    const Paths& found = search_.findIn(place);
-    known->second.assign(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(
-                                                            std::min(found.size(), mostPaths)));
+  const std::string_view text = hardwareName.substr(0, findLast(hardwareName, '/') + 1);
+  Place& place = places_[std::hash<std::string_view>()(text) % placeCount];
+  if (place.text != text) {
+    place.text = text;
+    const Paths& found = search_.findIn(text);
+    place.paths.assign(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(
+                                                          std::min(found.size(), mostPaths)));
   }
-  last_ = &known->second;
-  return *last_;
+  return place.paths;
 }
 
 void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
@@ -54,10 +64,12 @@ void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
     isLimited_ = true;
     return;
   }
+  if (hardwareName == lastKept_) return;
+  lastKept_ = hardwareName;
   const std::uint64_t leaf = keyedHash(lastComponent(hardwareName));
   const auto number = static_cast<std::uint32_t>(nets_.size());
   for (const std::uint32_t path : paths) {
-    if (!seen_.add(keyedHash(leaf + path))) continue;
+    if (!seen_.add(pairHash(leaf, path))) continue;
     if (nets_.size() == number) nets_.emplace_back(hardwareName);
     netsByPath_[path].push_back(number);
     ++kept_;

@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -46,12 +45,17 @@ class InstanceNets {
   bool isLimited() const { return isLimited_; }
 
  private:
+  // What is before the last component of a name, and the paths in it.
+  struct Place {
+    std::string text;
+    Paths paths;
+  };
+
   NumbersByText paths_;
-  TextSearch search_;  // of the paths with a "/" after each
-  std::string lastPlace_;
-  const Paths* last_ = nullptr;
-  std::unordered_map<std::uint64_t, Paths> byPlace_;  // by hashes of what is before the last "/"
-  HashedSet seen_;                                    // last components in paths
+  TextSearch search_;          // of the paths with a "/" after each
+  std::vector<Place> places_;  // each at the position that its hash gives
+  HashedSet seen_;             // last components in paths
+  std::string lastKept_;
   std::vector<std::string> nets_;
   std::vector<std::vector<std::uint32_t>> netsByPath_;
   std::size_t kept_ = 0;

@@ -2,6 +2,7 @@
 
 #include "lookup/KeyedHash.h"
 
+#include <algorithm>
 #include <bit>
 #include <unordered_set>
 
@@ -82,6 +83,13 @@ void MissingNets::prepareNames(std::size_t path) {
 }
 
 // One change adds one letter at most and takes one away.
+bool MissingNets::mayBeWithin(std::size_t limit, const Name& name, std::size_t size,
+                              std::uint64_t letters) {
+  const std::size_t other = name.leaf.size();
+  if (std::max(size, other) - std::min(size, other) > limit) return false;
+  return static_cast<std::size_t>(std::popcount(name.letters ^ letters)) <= 2 * limit;
+}
+
 std::optional<std::string> MissingNets::closest(std::string_view reg, std::size_t path) {
   if (path >= nets_.paths().size()) return std::nullopt;
   prepareNames(path);
@@ -91,8 +99,7 @@ std::optional<std::string> MissingNets::closest(std::string_view reg, std::size_
   distance_.from(reg);
   for (const Name& name : names_) {
     if (distance_.steps() >= mostSteps) break;
-    const auto different = static_cast<std::size_t>(std::popcount(name.letters ^ letters));
-    if (different > 2 * limit) {
+    if (!mayBeWithin(limit, name, reg.size(), letters)) {
       distance_.skip();
       continue;
     }

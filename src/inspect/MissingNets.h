@@ -33,6 +33,9 @@ class MissingNets {
     std::uint64_t letters = 0;  // a bit for each that occurs
   };
 
+  static bool mayBeWithin(std::size_t limit, const Name& name, std::size_t size,
+                          std::uint64_t letters);
+
   void findInKernel(const KernelRecord& kernel, Explanation& explanation);
   void prepareNames(std::size_t path);
   std::optional<std::string> closest(std::string_view reg, std::size_t path);

@@ -81,7 +81,8 @@ class RunObserver {
   /// Something inside the input has no effect. The reason is a text of the tool.
   virtual void onIgnored(std::string_view /*reason*/, std::uint64_t /*line*/) {}
 
-  /// A logic-location file names a bit of this net, which gave a location to `owners` kernels.
+  /// A logic-location file names a bit of this net, which gave a location to `owners` kernels. The
+  /// name has no "/" in front that the file does not give it.
   virtual void onNet(std::string_view /*net*/, std::uint64_t /*line*/, std::size_t /*owners*/) {}
 
   /// So many bytes of the input were read.

@@ -2,6 +2,7 @@
 
 #include "readers/NetBit.h"
 #include "readers/SharedNets.h"
+#include "readers/UsualNumbers.h"
 #include "text/FieldReader.h"
 #include "text/FindLast.h"
 #include "text/WhiteSpace.h"
@@ -46,13 +47,15 @@ std::size_t lineOfConcern(const RegisterIndex& registers, std::string_view lines
   return fields.readNumber(region);
 }
 
-std::optional<NetBit> readNet(FieldReader& fields) {
-  std::string_view word;
-  do {
-    word = fields.readWord();
-    if (word.starts_with(netMark)) return NetBit(word.substr(netMark.size()));
-  } while (!word.empty());
-  return std::nullopt;
+// The words are what follows the numbers; a net may stand right after the digits of the last.
+std::optional<NetBit> readNet(std::string_view words) {
+  std::size_t at = words.find(netMark);
+  while (at != std::string_view::npos && at > 0 && !isWhiteSpace(words[at - 1])) {
+    at = words.find(netMark, at + netMark.size());
+  }
+  if (at == std::string_view::npos) return std::nullopt;
+  const std::string_view net = words.substr(at + netMark.size());
+  return NetBit(net.substr(0, wordLength(net)));
 }
 
 }  // namespace
@@ -88,11 +91,12 @@ void LLFile::readBit(std::string_view line, RegisterIndex& registers, SharedNets
   if (line.starts_with(';') || line.find("Revision") != std::string_view::npos) {
     return observeComment(line);
   }
+  if (observer_ != nullptr && observeUnknown(line, registers)) return;
   FieldReader fields(line);
   std::uint64_t address = 0;
   LogicLocation location;
   if (!readLocation(fields, address, location)) return observeOther(line);
-  const std::optional<NetBit> bit = readNet(fields);
+  const std::optional<NetBit> bit = readNet(fields.rest());
   const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
   if (observer_ != nullptr && !observeBit(line, bit, index, address, location, registers)) return;
   if (!index || sharedNets.set(bit->net(), *index, location)) return;
@@ -109,18 +113,37 @@ void LLFile::observeComment(std::string_view line) {
   if (line.starts_with("Bit")) ignore("a bit on a line with \"Revision\"", line);
 }
 
+// Tells the observer of a line in the usual form that gives nothing. Returns false for any other,
+// which is to be read.
+bool LLFile::observeUnknown(std::string_view line, const RegisterIndex& registers) {
+  const std::optional<std::string_view> words = afterUsualNumbers(line);
+  if (!words) return false;
+  const std::optional<NetBit> bit = readNet(*words);
+  const std::optional<std::uint32_t> index = bit ? bit->index() : std::nullopt;
+  if (index && registers.mayKnow(bit->registerName())) return false;
+  if (observeIndex(line, bit, index)) observer_->onNet(bit->net(), lineOf(line), 0);
+  return true;
+}
+
+// Returns whether there is an index.
+bool LLFile::observeIndex(std::string_view line, const std::optional<NetBit>& bit,
+                          std::optional<std::uint32_t> index) {
+  observeEnd(line);
+  if (!index) {
+    ignore(bit ? "a bit index of 268435456 or more" : "a bit without a net", line);
+  } else if (!bit->hasPlainIndex()) {
+    ignore("a bit index that is no number", line);
+  }
+  return index.has_value();
+}
+
 // Returns whether anybody knows the register.
 bool LLFile::observeBit(std::string_view line, const std::optional<NetBit>& bit,
                         std::optional<std::uint32_t> index, std::uint64_t address,
                         const LogicLocation& location, RegisterIndex& registers) {
-  observeEnd(line);
-  if (!index) {
-    ignore(bit ? "a bit index of 268435456 or more" : "a bit without a net", line);
-    return false;
-  }
-  if (!bit->hasPlainIndex()) ignore("a bit index that is no number", line);
+  if (!observeIndex(line, bit, index)) return false;
   const RegisterIndex::Found found = registers.find(bit->net());
-  observer_->onNet(found.hardwareName, lineOf(line), found.kernels.size());
+  observer_->onNet(bit->net(), lineOf(line), found.kernels.size());
   if (found.kernels.empty()) return false;
   if (address != location.first) ignore("the digits of an address beyond 32 bits", line);
   if (replaces(found, *index, location)) {

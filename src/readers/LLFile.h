@@ -46,6 +46,9 @@ class LLFile : public InputFile {
 
  private:
   void readBit(std::string_view line, RegisterIndex& registers, SharedNets& sharedNets);
+  bool observeUnknown(std::string_view line, const RegisterIndex& registers);
+  bool observeIndex(std::string_view line, const std::optional<NetBit>& bit,
+                    std::optional<std::uint32_t> index);
   bool observeBit(std::string_view line, const std::optional<NetBit>& bit,
                   std::optional<std::uint32_t> index, std::uint64_t address,
                   const LogicLocation& location, RegisterIndex& registers);
