@@ -1,6 +1,7 @@
 // Runs the tool and its explanation side by side.
 
 #include "inspect/InspectRun.h"
+#include "inspect/RunInputs.h"
 #include "support/Bytes.h"
 #include "support/TemporaryFolder.h"
 
@@ -24,25 +25,6 @@ namespace {
 namespace fs = std::filesystem;
 using CommandLine = std::vector<std::string>;
 
-void fillFolder(const TemporaryFolder& folder) {
-  folder.write("h", "k:\n type: hls\n instance path: /t/k_1\n");
-  folder.write("refused.h", "version: 2\n");
-  folder.write("x.dbg", "RTL a b c\nlocal i\nat k.c:1\nend i_r\n");
-  folder.write("xml", "<project/>");
-  folder.write("refused.xml", "<project>");
-  folder.write("refused.aux", "<ak:arg ak:originalName=\n");
-  folder.write("ll", "Bit 1 0x2 3 d 4 Net=t/k_1/i_r\n");
-  folder.write("made", container({{SectionKind::ProjectName, "name"},
-                                  {SectionKind::Dwarf, "dwarf"},
-                                  {SectionKind::Json, emptyJson()}}));
-  folder.write("newer", header(0, 2, 3));
-  folder.write("foreign", "abcdefghijklmnopqrstuvwxyz");
-  folder.write("empty", "");
-  fs::create_directory(folder.path("folder"));
-  fs::create_symlink("nowhere", folder.path("dangling"));
-  fs::create_symlink("made", folder.path("link"));
-}
-
 // Sizes and times of all that is in a folder, and of the folder.
 std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> stampsIn(const std::string& folder) {
   std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> found;
@@ -62,7 +44,7 @@ std::map<std::string, std::tuple<ino_t, off_t, time_t, long>> stampsIn(const std
 // Expects that the explanation tells the status and the output of the run and touches nothing.
 void expectSameRun(const CommandLine& words) {
   const TemporaryFolder folder;
-  fillFolder(folder);
+  writeRunInputs(folder);
   CommandLine explain{"explain", "--format=json", "--"};
   explain.insert(explain.end(), words.begin(), words.end());
   const auto before = stampsIn(folder.path("."));
@@ -161,7 +143,7 @@ TEST(ExplainExecutable, TellsThatAFileCanOnlyBeAddedTo) {
 
 TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {
   const TemporaryFolder folder;
-  fillFolder(folder);
+  writeRunInputs(folder);
   const auto status = [&](CommandLine words) {
     words.insert(words.begin(), "explain");
     return startInspect(words, folder.path("")).outcome().status;
