@@ -40,7 +40,7 @@ page_hash("\n${script}" script_hash)
 string(REPLACE "@STYLE_HASH@" ${style_hash} parts "${parts}")
 string(REPLACE "@SCRIPT_HASH@" ${script_hash} parts "${parts}")
 
-set(source "#include \"inspect/PageParts.h\"\n\nnamespace consolidator::inspect {\n")
+set(source "#include \"inspect/report/PageParts.h\"\n\nnamespace consolidator::inspect {\n")
 string(APPEND source "\nconstexpr PageCode pageStyle{R\"page(${style})page\"};\n")
 string(APPEND source "\nconstexpr PageCode pageScript{R\"page(${script})page\"};\n")
 string(APPEND source "\nnamespace part {\n")

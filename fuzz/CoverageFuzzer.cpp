@@ -2,7 +2,7 @@
 // it tells is well-formed. Each line table that is read knows its own lines.
 
 #include "Require.h"
-#include "inspect/LineTables.h"
+#include "inspect/lines/LineTables.h"
 
 #include <chrono>
 #include <cstddef>

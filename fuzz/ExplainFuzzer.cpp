@@ -9,7 +9,7 @@
 #include "RunCommand.h"
 #include "RunWorkspace.h"
 #include "inspect/Inspector.h"
-#include "inspect/Utf8.h"
+#include "inspect/output/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>

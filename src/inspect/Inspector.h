@@ -1,8 +1,8 @@
 #pragma once
 
-#include "inspect/Messages.h"
-#include "inspect/OutputSink.h"
-#include "inspect/Status.h"
+#include "inspect/output/Messages.h"
+#include "inspect/output/OutputSink.h"
+#include "inspect/output/Status.h"
 
 #include <string>
 #include <vector>

@@ -1,0 +1,116 @@
+#include "inspect/explain/MissingNets.h"
+
+#include "lookup/KeyedHash.h"
+
+#include <algorithm>
+#include <bit>
+#include <unordered_set>
+
+namespace consolidator::inspect {
+
+namespace {
+
+constexpr std::size_t mostMissing = 10'000;
+constexpr std::uint64_t mostLooked = 200'000'000;
+constexpr std::uint64_t mostSteps = 500'000'000;
+
+std::uint64_t lettersOf(std::string_view text) {
+  std::uint64_t letters = 0;
+  for (const char c : text) letters |= std::uint64_t{1} << (static_cast<unsigned char>(c) % 64U);
+  return letters;
+}
+
+// Which registers have a location in which of the instances of one kernel.
+class LocatedRegisters {
+ public:
+  LocatedRegisters(const KernelRecord& kernel, InstanceNets& nets) {
+    for (const consolidator::HardwareVariable& variable : kernel.hardwareVariables) {
+      const std::uint64_t leaf = keyedHash(lastComponent(variable.rtlName));
+      for (const std::uint32_t path : nets.around(variable.rtlName)) {
+        pairs_.insert(keyedHash(leaf + path));
+      }
+    }
+  }
+
+  bool has(std::string_view reg, std::size_t path) const {
+    return pairs_.contains(keyedHash(keyedHash(reg) + path));
+  }
+
+ private:
+  std::unordered_set<std::uint64_t> pairs_;  // hashes
+};
+
+bool hasBits(const VariableRecord& variable, std::size_t instance) {
+  return instance < variable.instanceBits.size() && !variable.instanceBits[instance].empty();
+}
+
+}  // namespace
+
+void MissingNets::find(Explanation& explanation) {
+  for (const KernelRecord& kernel : kernels_) {
+    if (explanation.isNeverFoundLimited) break;
+    findInKernel(kernel, explanation);
+  }
+  explanation.isClosestLimited = nets_.isLimited() || distance_.steps() >= mostSteps;
+}
+
+void MissingNets::findInKernel(const KernelRecord& kernel, Explanation& explanation) {
+  const LocatedRegisters located(kernel, nets_);
+  for (std::size_t i = 0; i < kernel.instancePaths.size(); ++i) {
+    const std::size_t path = nets_.paths().positionOf(kernel.instancePaths[i]);
+    for (const VariableList* list : {&kernel.arguments, &kernel.variables}) {
+      for (const VariableRecord& variable : *list) {
+        const bool isOver = ++looked_ > mostLooked || explanation.neverFound.size() >= mostMissing;
+        explanation.isNeverFoundLimited = isOver;
+        if (isOver) return;
+        if (variable.second.empty() || hasBits(variable, i)) continue;
+        if (located.has(variable.second, path)) continue;
+        explanation.neverFound.push_back({kernel.name, kernel.instancePaths[i], variable.name,
+                                          variable.second, closest(variable.second, path)});
+      }
+    }
+  }
+}
+
+void MissingNets::prepareNames(std::size_t path) {
+  if (namedPath_ == path) return;
+  namedPath_ = path;
+  names_.clear();
+  for (const std::uint32_t net : nets_.netsOf(path)) {
+    const std::string_view leaf = lastComponent(nets_.net(net));
+    names_.push_back({leaf, net, lettersOf(leaf)});
+  }
+}
+
+// One change adds one letter at most and takes one away.
+bool MissingNets::mayBeWithin(std::size_t limit, const Name& name, std::size_t size,
+                              std::uint64_t letters) {
+  const std::size_t other = name.leaf.size();
+  if (std::max(size, other) - std::min(size, other) > limit) return false;
+  return static_cast<std::size_t>(std::popcount(name.letters ^ letters)) <= 2 * limit;
+}
+
+std::optional<std::string> MissingNets::closest(std::string_view reg, std::size_t path) {
+  if (path >= nets_.paths().size()) return std::nullopt;
+  prepareNames(path);
+  std::size_t limit = reg.size() / 3;
+  const std::uint64_t letters = lettersOf(reg);
+  const Name* best = nullptr;
+  distance_.from(reg);
+  for (const Name& name : names_) {
+    if (distance_.steps() >= mostSteps) break;
+    if (!mayBeWithin(limit, name, reg.size(), letters)) {
+      distance_.skip();
+      continue;
+    }
+    const auto distance = distance_.to(name.leaf, limit);
+    if (!distance) continue;
+    best = &name;
+    if (*distance <= 1) break;  // a net that is named like the register would have been taken
+    limit = *distance - 1;
+  }
+  if (best == nullptr) return std::nullopt;
+  return nets_.net(best->net).substr(1);
+}
+
+}  // namespace consolidator::inspect

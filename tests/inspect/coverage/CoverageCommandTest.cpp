@@ -1,0 +1,240 @@
+#include "inspect/InspectRun.h"
+#include "inspect/verify/VerifyFixture.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace consolidator::inspect {
+namespace {
+
+BreakableCondition atLine(std::uint32_t line) {
+  BreakableCondition condition(ConditionKind::SourceLine, "$i/state");
+  condition.file = "k.c";
+  condition.line = line;
+  return condition;
+}
+
+KernelRecord coveredKernel() {
+  KernelRecord kernel;
+  kernel.name = "k";
+  kernel.addInstancePath("/t/k_1");
+  kernel.addInstancePath("/t/k_10");
+  kernel.addArgument("a", "a_r", "int*");
+  kernel.addVariable("i", "i_r", "int");
+  kernel.setLogicLocation("/t/k_10/a_r", 0, 7, 9);
+  kernel.setLogicLocation("/t/k_1/i_r", 2, 7, 9);
+  kernel.setLogicLocation("/t/k_10/i_r", 0, 7, 9);
+  kernel.addBreakableCondition(ConditionKind::Start, "== $i/bq_start 1'b1");
+  kernel.addBreakableCondition(ConditionKind::Stop, "== $i");
+  kernel.addBreakableCondition(atLine(4));
+  return kernel;
+}
+
+std::string fileWith(const std::vector<KernelRecord>& kernels) {
+  return container({{SectionKind::KernelRecords, recordsOf(kernels)}});
+}
+
+std::string coveredFile() { return fileWith({coveredKernel()}); }
+
+constexpr std::string_view notSeen =
+    "  Bits missing at the top of a register are not seen: its width is not stored.\n";
+
+TEST(CoverageCommandTest, WritesDocument) {
+  EXPECT_EQ(
+      inspectBytes(coveredFile(), {"coverage", "--format", "json", "FILE"}),
+      holds(R"({"format":"consolidator-coverage/1","kernels":[{"kernel":"k","instances":[)"
+            R"({"path":"/t/k_1",)"
+            R"("arguments":{"total":1,"without_gap":0,"with_gap":0,"none":0,"doubtful":1,"names":[)"
+            R"({"name":"a","register":"a_r","state":"doubtful","bits":1,"highest":0}]},)"
+            R"("variables":{"total":1,"without_gap":0,"with_gap":1,"none":0,"doubtful":0,"names":[)"
+            R"({"name":"i","register":"i_r","state":"with_gap","bits":1,"highest":2}]}},)"
+            R"({"path":"/t/k_10",)"
+            R"("arguments":{"total":1,"without_gap":1,"with_gap":0,"none":0,"doubtful":0,"names":[)"
+            R"({"name":"a","register":"a_r","state":"without_gap","bits":1,"highest":0}]},)"
+            R"("variables":{"total":1,"without_gap":1,"with_gap":0,"none":0,"doubtful":0,"names":[)"
+            R"({"name":"i","register":"i_r","state":"without_gap","bits":1,"highest":0}]}}],)"
+            R"("conditions":{"total":3,"well_formed":2,"source_lines":1,"in_line_table":null}}],)"
+            R"("total":{"arguments":{"total":2,"without_gap":1,"with_gap":0,"none":0,"doubtful":1,)"
+            R"("percent":50.0},"variables":{"total":2,"without_gap":1,"with_gap":1,"none":0,)"
+            R"("doubtful":0,"percent":50.0}},"dwarf":"none","complete":true,"lossy_texts":0})"
+            "\n"));
+}
+
+TEST(CoverageCommandTest, WritesText) {
+  EXPECT_EQ(inspectBytes(coveredFile(), {"coverage", "FILE"}),
+            holds("Kernel k\n"
+                  "  /t/k_1\n"
+                  "    arguments: 0 of 1 (0.0 %)\n"
+                  "      a (a_r): 1 bits up to 0, doubtful\n"
+                  "    variables: 0 of 1 (0.0 %)\n"
+                  "      i (i_r): 1 bits up to 2, with a gap\n"
+                  "  /t/k_10\n"
+                  "    arguments: 1 of 1 (100.0 %)\n"
+                  "      a (a_r): 1 bits\n"
+                  "    variables: 1 of 1 (100.0 %)\n"
+                  "      i (i_r): 1 bits\n"
+                  "  conditions: 3, 2 well-formed; 1 for source lines\n"
+                  "Total\n"
+                  "  arguments: 1 of 2 (50.0 %)\n"
+                  "  variables: 1 of 2 (50.0 %)\n"
+                  "  DWARF: none\n" +
+                  std::string(notSeen)));
+}
+
+TEST(CoverageCommandTest, WritesNullWithoutPairs) {
+  const Outcome found = inspectBytes(fileWith({}), {"coverage", "--format=json", "FILE"});
+  EXPECT_NE(found.out.find(R"("doubtful":0,"percent":null},"variables")"), std::string::npos);
+}
+
+TEST(CoverageCommandTest, SaysWhyDwarfCannotBeRead) {
+  const std::string file = container(
+      {{SectionKind::Dwarf, "no ELF"}, {SectionKind::KernelRecords, recordsOf({coveredKernel()})}});
+  const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
+  EXPECT_EQ(found.status, 0);
+  EXPECT_NE(found.out.find(R"("in_line_table":null)"), std::string::npos);
+  EXPECT_NE(found.out.find(R"("dwarf":"unreadable")"), std::string::npos);
+  EXPECT_TRUE(found.err.starts_with("consolidator-inspect: FILE: no DWARF can be read: "));
+}
+
+TEST(CoverageCommandTest, CountsSourceLinesThatHaveCode) {
+  const TemporaryFolder folder;
+  const std::string script =
+      "printf 'int k(int a)\\n{\\n  a += 3;\\n  return a;\\n}\\n' >k.c; gcc -O0 -g -c k.c";
+  ASSERT_EQ(startInspectScript(script, folder.path("")).outcome(), holds(""));
+  KernelRecord kernel = coveredKernel();
+  kernel.addBreakableCondition(atLine(400));
+  const std::string file = container({{SectionKind::Dwarf, folder.read("k.o")},
+                                      {SectionKind::KernelRecords, recordsOf({kernel})}});
+  const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
+  EXPECT_NE(found.out.find(R"("source_lines":2,"in_line_table":1)"), std::string::npos);
+  EXPECT_NE(found.out.find(R"("dwarf":"read")"), std::string::npos);
+}
+
+TEST(CoverageCommandTest, FailsUnderGoal) {
+  const auto statusWith = [](const std::string& goal) {
+    return inspectBytes(coveredFile(), {"coverage", "--fail-under", goal, "FILE"}).status;
+  };
+  for (const char* const goal : {"0", "50", "50.0", "variables=50", "arguments=50"}) {
+    EXPECT_EQ(statusWith(goal), 0) << goal;
+  }
+  for (const char* const goal : {"50.1", "100", "variables=51", "arguments=51"}) {
+    EXPECT_EQ(statusWith(goal), 1) << goal;
+  }
+  for (const char* const goal :
+       {"", "101", "-1", "50.", ".5", "50.55", "x", "registers=50", "=5"}) {
+    EXPECT_EQ(statusWith(goal), 2) << goal;
+  }
+}
+
+TEST(CoverageCommandTest, SaysWhichGoalIsMissed) {
+  const Outcome found = inspectBytes(
+      coveredFile(), {"coverage", "--fail-under=20", "--fail-under", "arguments=80", "FILE"});
+  EXPECT_EQ(found.status, 1);
+  EXPECT_EQ(found.err,
+            said("FILE: 50.0 % of the arguments have locations without a gap; wanted: 80.0 %"));
+}
+
+TEST(CoverageCommandTest, FailsAnyGoalWithoutPairs) {
+  const Outcome found = inspectBytes(fileWith({}), {"coverage", "--fail-under=0", "FILE"});
+  EXPECT_EQ(found.status, 1);
+  EXPECT_EQ(found.err, said("FILE: there are no variables in any instance; wanted: 0.0 %"));
+}
+
+TEST(CoverageCommandTest, TellsWhatWasLost) {
+  const TemporaryFolder folder;
+  const std::string old = folder.write("old", coveredFile());
+  KernelRecord kernel = coveredKernel();
+  kernel.hardwareVariables = {};
+  kernel.setLogicLocation("/t/k_1/i_r", 2, 7, 9);
+  const Outcome found = inspectBytes(fileWith({kernel}), {"coverage", "--baseline", old, "FILE"});
+  EXPECT_EQ(found.status, 1);
+  EXPECT_NE(found.out.find("Lost locations\n"
+                           "  k argument a (a_r) in /t/k_10: 1 bits before, no location\n"
+                           "  k variable i (i_r) in /t/k_10: 1 bits before, no location\n"
+                           "  2 in all\n"),
+            std::string::npos);
+  const Outcome document =
+      inspectBytes(fileWith({}), {"coverage", "--format=json", "--baseline", old, "FILE"});
+  EXPECT_EQ(document.status, 1);
+  EXPECT_NE(
+      document.out.find(
+          R"("lost":[{"kernel":"k","instance":"/t/k_1","what":"variable","name":"i",)"
+          R"("register":"i_r","before":{"state":"with_gap","bits":1,"highest":2},"after":null},)"),
+      std::string::npos);
+  EXPECT_NE(document.out.find(R"("after":null}],"not_compared":0,"complete":true)"),
+            std::string::npos);
+}
+
+TEST(CoverageCommandTest, HoldsWhereNothingWasLost) {
+  const TemporaryFolder folder;
+  const std::string old = folder.write("old", coveredFile());
+  KernelRecord kernel = coveredKernel();
+  kernel.setLogicLocation("/t/k_10/i_r", 1, 7, 9);
+  EXPECT_EQ(inspectBytes(fileWith({kernel}), {"coverage", "--baseline", old, "FILE"}).status, 0);
+}
+
+TEST(CoverageCommandTest, RefusesBaselineThatCannotBeRead) {
+  for (const char* const old : {"/nonexistent", ""}) {
+    const Outcome found =
+        inspectBytes(coveredFile(), {"coverage", "--format=json", "--baseline", old, "FILE"});
+    EXPECT_EQ(found.status, 2);
+    EXPECT_TRUE(found.out.starts_with(
+        R"({"format":"consolidator-coverage/1","error":{"code":"cannot-open")"));
+  }
+}
+
+TEST(CoverageCommandTest, FailsOnFileThatIsNotComplete) {
+  std::string file = coveredFile();
+  file.pop_back();
+  const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
+  EXPECT_EQ(found.status, 1);
+  EXPECT_NE(found.out.find(R"("complete":false)"), std::string::npos);
+  const TemporaryFolder folder;
+  const std::string old = folder.write("old", file);
+  const Outcome compared = inspectBytes(coveredFile(), {"coverage", "--baseline", old, "FILE"});
+  EXPECT_EQ(compared.status, 1);
+  EXPECT_EQ(compared.err, said(old + ": not complete"));
+}
+
+// A small file of a million pairs and more.
+KernelRecord crowdedKernel() {
+  KernelRecord kernel;
+  for (int i = 0; i < 3000; ++i) {
+    kernel.instancePaths.append("/t");
+    kernel.addVariable("v" + std::to_string(i), "r", "int");
+  }
+  kernel.setLogicLocation("/t/r", 0, 1, 1);
+  return kernel;
+}
+
+TEST(CoverageCommandTest, ListsOnlyAsManyPairsAsAreInProportion) {
+  const std::string file = fileWith({crowdedKernel(), coveredKernel()});
+  const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
+  EXPECT_EQ(found.status, 0);
+  EXPECT_LT(found.out.size(), 100 * file.size());
+  EXPECT_NE(found.out.find(R"("names_listed":false)"), std::string::npos);
+  EXPECT_NE(found.out.find(R"("variables":{"total":9000002,"without_gap":9000001,)"),
+            std::string::npos);
+  EXPECT_NE(found.out.find(R"("name":"i")"), std::string::npos);
+}
+
+TEST(CoverageCommandTest, SaysThatKernelHasTooManyPairsToCompare) {
+  const TemporaryFolder folder;
+  const std::string file = fileWith({crowdedKernel()});
+  const std::string old = folder.write("old", file);
+  const Outcome found = inspectBytes(file, {"coverage", "--baseline", old, "FILE"});
+  EXPECT_EQ(found.status, 1);
+  EXPECT_TRUE(found.out.ends_with(
+      "  0 in all\n  1 kernels with too many instances and names are not compared\n"));
+}
+
+TEST(CoverageCommandTest, ExplainsWhatCannotBeSeen) {
+  EXPECT_NE(inspect({"coverage", "--help"}).out.find("bits that are missing at its top"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace consolidator::inspect

@@ -1,0 +1,155 @@
+#include "inspect/files/OutputFile.h"
+#include "support/AccessList.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <thread>
+
+namespace consolidator::inspect {
+namespace {
+
+namespace fs = std::filesystem;
+
+mode_t modeOf(const std::string& path) {
+  struct stat status {};
+
+  EXPECT_EQ(::lstat(path.c_str(), &status), 0);
+  return status.st_mode & 07777U;
+}
+
+bool write(const std::string& path, std::string_view text) {
+  OutputFile file(path);
+  file.sink().write(text);
+  return file.finish();
+}
+
+class OutputFileTest : public testing::Test {
+ protected:
+  std::string path(std::string_view name) const { return folder_.path(name); }
+
+  std::size_t countFiles() const {
+    const fs::directory_iterator files(path(""));
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(OutputFileTest, MakesAFileWithTheModeOfAnyNewOne) {
+  const mode_t mask = ::umask(027);
+  EXPECT_TRUE(write(path("new"), "text"));
+  ::umask(mask);
+  EXPECT_EQ(folder_.read("new"), "text");
+  EXPECT_EQ(modeOf(path("new")), 0640U);
+  EXPECT_EQ(countFiles(), 1U);
+}
+
+TEST_F(OutputFileTest, ReplacesAFileAndKeepsItsMode) {
+  folder_.write("old", "a long text from before");
+  ::chmod(path("old").c_str(), 0705);
+  EXPECT_TRUE(write(path("old"), "text"));
+  EXPECT_EQ(folder_.read("old"), "text");
+  EXPECT_EQ(modeOf(path("old")), 0705U);
+  EXPECT_EQ(countFiles(), 1U);
+}
+
+TEST_F(OutputFileTest, LetsNobodyInWhoseRightsOnlyTheFolderGives) {
+  folder_.write("old", "before");
+  ::chmod(path("old").c_str(), 0640);
+  if (!giveDefaultAccessList(path(""))) GTEST_SKIP() << "no access control lists here";
+  EXPECT_TRUE(write(path("old"), "text"));
+  EXPECT_FALSE(hasAccessList(path("old")));
+  EXPECT_EQ(modeOf(path("old")), 0640U);
+  EXPECT_TRUE(write(path("new"), "text"));
+  EXPECT_TRUE(hasAccessList(path("new")));
+}
+
+TEST_F(OutputFileTest, LeavesTheOldFileUntilAllIsWritten) {
+  folder_.write("old", "before");
+  {
+    OutputFile file(path("old"));
+    file.sink().write(std::string(1'000'000, 'x'));
+    EXPECT_EQ(folder_.read("old"), "before");
+  }
+  EXPECT_EQ(folder_.read("old"), "before");
+  EXPECT_EQ(countFiles(), 1U);
+}
+
+TEST_F(OutputFileTest, LeavesNothingWhereNothingWas) {
+  { const OutputFile file(path("new")); }
+  EXPECT_EQ(countFiles(), 0U);
+}
+
+TEST_F(OutputFileTest, KeepsTheOldNameOfWhoStillReadsIt) {
+  folder_.write("old", "before");
+  std::ifstream reader(path("old"));
+  EXPECT_TRUE(write(path("old"), "text"));
+  std::string read;
+  reader >> read;
+  EXPECT_EQ(read, "before");
+}
+
+TEST_F(OutputFileTest, FollowsSymbolicLinks) {
+  fs::create_directory(path("there"));
+  folder_.write("there/old", "before");
+  fs::create_symlink("there/old", path("link"));
+  fs::create_symlink("there/new", path("dangling"));
+  EXPECT_TRUE(write(path("link"), "text"));
+  EXPECT_TRUE(write(path("dangling"), "more"));
+  EXPECT_TRUE(fs::is_symlink(path("link")));
+  EXPECT_TRUE(fs::is_symlink(path("dangling")));
+  EXPECT_EQ(folder_.read("there/old"), "text");
+  EXPECT_EQ(folder_.read("there/new"), "more");
+}
+
+TEST_F(OutputFileTest, TakesTheLongestName) {
+  const std::string name(NAME_MAX, 'n');
+  EXPECT_TRUE(write(path(name), "text"));
+  EXPECT_EQ(folder_.read(name), "text");
+}
+
+TEST_F(OutputFileTest, DoesNotTakeANameThatIsTaken) {
+  folder_.write(".new.consolidator-" + std::to_string(::getpid()) + "-0", "of others");
+  EXPECT_TRUE(write(path("new"), "text"));
+  EXPECT_EQ(folder_.read(".new.consolidator-" + std::to_string(::getpid()) + "-0"), "of others");
+  EXPECT_EQ(countFiles(), 2U);
+}
+
+TEST_F(OutputFileTest, WritesAPipeAtOnce) {
+  ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+  std::string read;
+  std::thread reader([&] { read = folder_.read("pipe"); });
+  EXPECT_TRUE(write(path("pipe"), "text"));
+  reader.join();
+  EXPECT_EQ(read, "text");
+  EXPECT_TRUE(fs::is_fifo(path("pipe")));
+}
+
+TEST_F(OutputFileTest, NoticesAFullDisk) {
+  OutputFile file("/dev/full");
+  file.sink().write("text");
+  EXPECT_FALSE(file.finish());
+  EXPECT_EQ(file.error(), ENOSPC);
+}
+
+TEST_F(OutputFileTest, TellsWhyNothingCanBeWritten) {
+  OutputFile folder(path(""));
+  EXPECT_FALSE(folder.finish());
+  EXPECT_EQ(folder.error(), EISDIR);
+  OutputFile nowhere(path("missing/new"));
+  EXPECT_FALSE(nowhere.finish());
+  EXPECT_EQ(nowhere.error(), ENOENT);
+  OutputFile below(folder_.write("file", "") + "/new");
+  EXPECT_FALSE(below.finish());
+  EXPECT_EQ(below.error(), ENOTDIR);
+}
+
+}  // namespace
+}  // namespace consolidator::inspect
