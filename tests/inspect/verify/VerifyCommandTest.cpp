@@ -184,9 +184,9 @@ TEST(VerifyCommandTest, WritesOneDocumentForAllFiles) {
   const std::string file = container(plainSections({kernel}));
   folder.write("a", file);
   const std::string a = folder.path("a");
-  const std::string none = folder.path("none");
+  const std::string missing = folder.path("none");
   EXPECT_EQ(
-      inspect({"verify", "--format", "json", a, none}),
+      inspect({"verify", "--format", "json", a, missing}),
       (Outcome{2,
                "{\"format\":\"consolidator-verify/1\",\"files\":[{\"path\":\"" + a +
                    "\",\"verdict\":\"sound\",\"counts\":{\"text-not-utf8\":1,"
@@ -198,7 +198,7 @@ TEST(VerifyCommandTest, WritesOneDocumentForAllFiles) {
                    std::to_string(file.find('\xFF')) +
                    ",\"kernel\":null,\"message\":\"the JSON text stops being strict JSON, " +
                    std::to_string(file.find('\xFF') - offsetOfSection(plainSections(), 2)) +
-                   " bytes into it\"}]},{\"path\":\"" + none +
+                   " bytes into it\"}]},{\"path\":\"" + missing +
                    "\",\"verdict\":\"unreadable\",\"counts\":{\"cannot-open\":1},"
                    "\"findings\":[{\"code\":\"cannot-open\",\"severity\":\"error\","
                    "\"section\":null,\"offset\":null,\"kernel\":null,"
