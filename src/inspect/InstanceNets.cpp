@@ -4,7 +4,6 @@
 #include "text/FindLast.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace consolidator::inspect {
 
@@ -48,9 +47,10 @@ InstanceNets::InstanceNets(const KernelList& kernels)
 const InstanceNets::Paths& InstanceNets::around(std::string_view hardwareName) {
   constexpr std::size_t mostPaths = 64;
   const std::string_view text = hardwareName.substr(0, findLast(hardwareName, '/') + 1);
-  Place& place = places_[std::hash<std::string_view>()(text) % placeCount];
-  if (place.text != text) {
-    place.text = text;
+  const std::uint64_t hash = keyedHash(text);
+  Place& place = places_[hash % placeCount];
+  if (place.hash != hash) {
+    place.hash = hash;
     const Paths& found = search_.findIn(text);
     place.paths.assign(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(
                                                           std::min(found.size(), mostPaths)));
@@ -64,8 +64,6 @@ void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
     isLimited_ = true;
     return;
   }
-  if (hardwareName == lastKept_) return;
-  lastKept_ = hardwareName;
   const std::uint64_t leaf = keyedHash(lastComponent(hardwareName));
   const auto number = static_cast<std::uint32_t>(nets_.size());
   for (const std::uint32_t path : paths) {
