@@ -11,6 +11,10 @@ namespace {
 
 constexpr std::size_t placeCount = 16384;
 
+// The instances of a kernel are neighbours and hold nets of the same names, which a set that holds
+// so many of them by one hash makes small.
+constexpr std::uint32_t neighbours = 8;
+
 NumbersByText indexPaths(const KernelList& kernels) {
   std::vector<NumbersByText::Note> notes;
   for (std::uint32_t i = 0; i < kernels.size(); ++i) {
@@ -25,13 +29,6 @@ TextSearch makeSearch(const NumbersByText& paths) {
   for (const std::string_view path : paths.texts()) patterns.push_back(std::string(path) + '/');
   const std::vector<std::string_view> views(patterns.begin(), patterns.end());
   return TextSearch(views);
-}
-
-// The instances of one kernel, which are neighbours and hold nets of the same names, get hashes
-// that are neighbours, too: half of the waiting for memory is spared.
-std::uint64_t pairHash(std::uint64_t leaf, std::uint32_t path) {
-  constexpr std::uint32_t neighbours = 8;
-  return keyedHash(leaf + path / neighbours) ^ path % neighbours;
 }
 
 }  // namespace
@@ -67,7 +64,7 @@ void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
   const std::uint64_t leaf = keyedHash(lastComponent(hardwareName));
   const auto number = static_cast<std::uint32_t>(nets_.size());
   for (const std::uint32_t path : paths) {
-    if (!seen_.add(pairHash(leaf, path))) continue;
+    if (!seen_.add(keyedHash(leaf + path / neighbours), path % neighbours)) continue;
     if (nets_.size() == number) nets_.emplace_back(hardwareName);
     netsByPath_[path].push_back(number);
     ++kept_;
