@@ -418,6 +418,13 @@ TEST_F(ExplainedRunTest, TellsWhatASaveDoesToConditions) {
             LossList{"duplicate-condition"});
 }
 
+TEST_F(ExplainedRunTest, ComparesNoConditionsOfKernelsWithOneName) {
+  const std::string record = text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + u32(1) +
+                             u32(0) + text("== 1 $i/a") + u32(0);
+  const std::string file = container({{SectionKind::KernelRecords, u32(2) + record + record}});
+  EXPECT_TRUE(losses(file).empty());
+}
+
 TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {
   const std::string file = folder_.write("file", "k:\n");
   const Explanation existing = explainRun({"-c", "-f", file, "-k", folder_.path("./file")});
