@@ -294,7 +294,7 @@ TEST_F(ExplainedRunTest, NamesTheLineOfARefusal) {
 
 TEST_F(ExplainedRunTest, NamesLineAndColumnOfAFaultyDocument) {
   EXPECT_EQ(refusal("-k", "<project>\n<platform></project>"),
-            "2: line 2: document not well-formed (mismatched tag), column 13");
+            "2: document not well-formed (mismatched tag), column 13");
 }
 
 TEST_F(ExplainedRunTest, RefusesDwarfOfAPipe) {
