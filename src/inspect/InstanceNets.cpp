@@ -40,7 +40,7 @@ InstanceNets::InstanceNets(const KernelList& kernels)
       netsByPath_(paths_.size()) {}
 
 // The nets of one place often follow one another, and come again. Places that push out each other
-// cost a search each time, as new ones do, so that a hash without a seed serves.
+// cost a search each time, as new ones do.
 const InstanceNets::Paths& InstanceNets::around(std::string_view hardwareName) {
   constexpr std::size_t mostPaths = 64;
   const std::string_view text = hardwareName.substr(0, findLast(hardwareName, '/') + 1);
