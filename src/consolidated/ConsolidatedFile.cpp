@@ -351,9 +351,13 @@ void ConsolidatedFile::tellConditions() const {
     const std::size_t stored = i < storedConditions_.size() ? storedConditions_[i] : 0;
     const BreakableConditionList& list = kernels_[i].breakableConditions;
     for (std::size_t j = 0; j < list.size(); ++j) {
-      PreparedCondition told{kernels_[i].name,  static_cast<std::uint32_t>(list[j].kind),
-                             list[j].line,      list[j].file,
-                             list[j].condition, std::nullopt,
+      PreparedCondition told{kernels_[i].name,
+                             i,
+                             static_cast<std::uint32_t>(list[j].kind),
+                             list[j].line,
+                             list[j].file,
+                             list[j].condition,
+                             std::nullopt,
                              j < stored};
       if (!isTriviallyTrue(told.before)) told.after = preparer.prepare(told.before);
       observer_->onCondition(told);

@@ -5,29 +5,38 @@
 
 namespace consolidator {
 
-bool HashedSet::add(std::uint64_t hash) {
+namespace {
+
+constexpr int memberBits = 8;
+
+}  // namespace
+
+bool HashedSet::add(std::uint64_t hash, unsigned member) {
   if (2 * (count_ + 1) > slots_.size()) grow();
-  return addToSlots(hash == 0 ? 1 : hash);
+  std::uint64_t& slot = slotOf(hash);
+  if (slot == 0) {
+    slot = hash >> memberBits << memberBits;
+    ++count_;
+  }
+  const std::uint64_t before = slot;
+  slot |= std::uint64_t{1} << member;
+  return slot != before;
 }
 
-bool HashedSet::addToSlots(std::uint64_t hash) {
+// Returns the slot of the hash, or the free one where it belongs.
+std::uint64_t& HashedSet::slotOf(std::uint64_t hash) {
   const std::size_t mask = slots_.size() - 1;
-  std::size_t i = hash & mask;
-  for (; slots_[i] != 0; i = (i + 1) & mask) {
-    if (slots_[i] == hash) return false;
-  }
-  slots_[i] = hash;
-  ++count_;
-  return true;
+  std::size_t i = hash >> memberBits & mask;
+  while (slots_[i] != 0 && (slots_[i] ^ hash) >> memberBits != 0) i = (i + 1) & mask;
+  return slots_[i];
 }
 
 void HashedSet::grow() {
   constexpr std::size_t leastSlots = 16;
   const auto old =
       std::exchange(slots_, std::vector<std::uint64_t>(std::max(leastSlots, 2 * slots_.size())));
-  count_ = 0;
-  for (const std::uint64_t hash : old) {
-    if (hash != 0) addToSlots(hash);
+  for (const std::uint64_t slot : old) {
+    if (slot != 0) slotOf(slot) = slot;
   }
 }
 

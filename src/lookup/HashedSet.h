@@ -6,18 +6,20 @@
 
 namespace consolidator {
 
-/// A set of keyed hashes, which stand for what was hashed: 8 bytes a slot, at most half of them
-/// used. Of a million texts, two that differ count as equal once in 30 million files.
+/// A set of keyed hashes, which stand for what was hashed, each with up to eight members: 8 bytes a
+/// hash, in a table that is at most half full. All but the low eight bits of a hash count. Of
+/// a million texts, two that differ count as equal once in a hundred thousand files.
 class HashedSet {
  public:
-  /// Returns whether the hash was not there yet.
-  bool add(std::uint64_t hash);
+  /// Adds a member, from 0 to 7, of what has this hash. Returns whether it was not there yet.
+  bool add(std::uint64_t hash, unsigned member = 0);
 
  private:
-  bool addToSlots(std::uint64_t hash);
+  std::uint64_t& slotOf(std::uint64_t hash);
   void grow();
 
-  std::vector<std::uint64_t> slots_;  // a power of two; 0 in those that are free
+  // A power of two; a hash with a bit for each of its members in its low bits, 0 if it is free.
+  std::vector<std::uint64_t> slots_;
   std::size_t count_ = 0;
 };
 

@@ -18,25 +18,26 @@ std::string described(const PreparedCondition& condition) {
 }
 
 // Two conditions have the same key if they are equal except for what each save changes.
-std::string watchedKey(const PreparedCondition& condition) {
+std::string watchedKey(const PreparedCondition& condition, std::string_view form) {
   return fmt::format("{} {} {} {} {}", condition.kind, condition.line, condition.file.size(),
-                     condition.file, normalForm(*condition.after));
+                     condition.file, form);
 }
 
 }  // namespace
 
 std::optional<ConditionWatch::Finding> ConditionWatch::look(const PreparedCondition& condition) {
-  if (kernel_ != condition.kernel) {
-    kernel_ = condition.kernel;
+  if (kernel_ != condition.kernelPosition) {
+    kernel_ = condition.kernelPosition;
     seen_.clear();
   }
   if (!condition.after) {
     return Finding{"condition-removed", described(condition) + " always holds and is removed"};
   }
-  if (!seen_.insert(watchedKey(condition)).second) {
+  const std::string form = normalForm(*condition.after);
+  if (!seen_.insert(watchedKey(condition, form)).second) {
     return Finding{"duplicate-condition", described(condition) + " is stored twice"};
   }
-  if (condition.isStored && normalForm(condition.before) != normalForm(*condition.after)) {
+  if (condition.isStored && normalForm(condition.before) != form) {
     return Finding{"condition-decays",
                    fmt::format("{} becomes \"{}\"", described(condition), *condition.after)};
   }

@@ -2,6 +2,7 @@
 
 #include "observer/RunObserver.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -21,8 +22,8 @@ class ConditionWatch {
   std::optional<Finding> look(const PreparedCondition& condition);
 
  private:
-  std::string kernel_;
-  std::unordered_set<std::string> seen_;  // conditions of that kernel in their normal form
+  std::size_t kernel_ = 0;                // its position
+  std::unordered_set<std::string> seen_;  // its conditions in their normal form
 };
 
 }  // namespace consolidator::inspect

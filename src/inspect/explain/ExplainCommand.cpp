@@ -8,6 +8,7 @@
 #include "inspect/output/JsonDocument.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 namespace consolidator::inspect {
 
@@ -15,6 +16,11 @@ namespace {
 
 constexpr std::string_view strictAlone = "true";  // what a flag without a value has
 constexpr std::string_view strictNothing = "nothing";
+
+std::string checkStrictness(const std::string& what) {
+  if (what == strictAlone || what == strictNothing) return {};
+  return fmt::format("it cannot be strict about \"{}\"", what);
+}
 
 }  // namespace
 
@@ -24,7 +30,7 @@ void ExplainCommand::declare(CLI::App& app) {
                "Status 1 for skipped and refused inputs, losses, a status other than 0 and a usage "
                "text; with \"=nothing\" also for inputs that give nothing")
       ->option_text("[=nothing]")
-      ->check(CLI::IsMember({strictAlone, strictNothing}));
+      ->check(checkStrictness, "");
   declareToolWords(app, words_);
 }
 

@@ -40,6 +40,12 @@ std::optional<std::string> named(std::string_view name) {
   return name.empty() ? std::nullopt : std::optional<std::string>(name);
 }
 
+// An error in XML begins with its line, which is told apart.
+std::string_view withoutLine(std::string_view reason, std::uint64_t line) {
+  const std::string start = fmt::format("line {}: ", line);
+  return reason.starts_with(start) ? reason.substr(start.size()) : reason;
+}
+
 // The entry that counts what there is no room for.
 GivenItem& summary(std::vector<GivenItem>& items, std::string_view what, std::string_view reason) {
   const auto found = std::find_if(items.rbegin(), items.rend(), [&](const GivenItem& item) {
@@ -86,8 +92,9 @@ void ExplainObserver::onSkipped(int error) {
 
 void ExplainObserver::onRefused(std::string_view reason, const InputPlace& place) {
   if (place.line > 0) input().line = place.line;
+  const std::string_view fault = withoutLine(reason, place.line);
   end(InputOutcome::Refused,
-      place.column > 0 ? fmt::format("{}, column {}", reason, place.column) : std::string(reason));
+      place.column > 0 ? fmt::format("{}, column {}", fault, place.column) : std::string(fault));
 }
 
 void ExplainObserver::onUnread(std::string_view reason) {

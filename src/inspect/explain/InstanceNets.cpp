@@ -4,13 +4,16 @@
 #include "text/FindLast.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace consolidator::inspect {
 
 namespace {
 
 constexpr std::size_t placeCount = 16384;
+
+// The instances of a kernel are neighbours and hold nets of the same names, which a set that holds
+// so many of them by one hash makes small.
+constexpr std::uint32_t neighbours = 8;
 
 NumbersByText indexPaths(const KernelList& kernels) {
   std::vector<NumbersByText::Note> notes;
@@ -28,13 +31,6 @@ TextSearch makeSearch(const NumbersByText& paths) {
   return TextSearch(views);
 }
 
-// The instances of one kernel, which are neighbours and hold nets of the same names, get hashes
-// that are neighbours, too: half of the waiting for memory is spared.
-std::uint64_t pairHash(std::uint64_t leaf, std::uint32_t path) {
-  constexpr std::uint32_t neighbours = 8;
-  return keyedHash(leaf + path / neighbours) ^ path % neighbours;
-}
-
 }  // namespace
 
 InstanceNets::InstanceNets(const KernelList& kernels)
@@ -44,13 +40,14 @@ InstanceNets::InstanceNets(const KernelList& kernels)
       netsByPath_(paths_.size()) {}
 
 // The nets of one place often follow one another, and come again. Places that push out each other
-// cost a search each time, as new ones do, so that a hash without a seed serves.
+// cost a search each time, as new ones do.
 const InstanceNets::Paths& InstanceNets::around(std::string_view hardwareName) {
   constexpr std::size_t mostPaths = 64;
   const std::string_view text = hardwareName.substr(0, findLast(hardwareName, '/') + 1);
-  Place& place = places_[std::hash<std::string_view>()(text) % placeCount];
-  if (place.text != text) {
-    place.text = text;
+  const std::uint64_t hash = keyedHash(text);
+  Place& place = places_[hash % placeCount];
+  if (place.hash != hash) {
+    place.hash = hash;
     const Paths& found = search_.findIn(text);
     place.paths.assign(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(
                                                           std::min(found.size(), mostPaths)));
@@ -64,12 +61,10 @@ void InstanceNets::keep(std::string_view hardwareName, const Paths& paths) {
     isLimited_ = true;
     return;
   }
-  if (hardwareName == lastKept_) return;
-  lastKept_ = hardwareName;
   const std::uint64_t leaf = keyedHash(lastComponent(hardwareName));
   const auto number = static_cast<std::uint32_t>(nets_.size());
   for (const std::uint32_t path : paths) {
-    if (!seen_.add(pairHash(leaf, path))) continue;
+    if (!seen_.add(keyedHash(leaf + path / neighbours), path % neighbours)) continue;
     if (nets_.size() == number) nets_.emplace_back(hardwareName);
     netsByPath_[path].push_back(number);
     ++kept_;

@@ -47,7 +47,7 @@ class InstanceNets {
  private:
   // What is before the last component of a name, and the paths in it.
   struct Place {
-    std::string text;
+    std::uint64_t hash = 0;
     Paths paths;
   };
 
@@ -55,7 +55,6 @@ class InstanceNets {
   TextSearch search_;          // of the paths with a "/" after each
   std::vector<Place> places_;  // each at the position that its hash gives
   HashedSet seen_;             // last components in paths
-  std::string lastKept_;
   std::vector<std::string> nets_;
   std::vector<std::vector<std::uint32_t>> netsByPath_;
   std::size_t kept_ = 0;

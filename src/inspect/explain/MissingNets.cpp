@@ -2,8 +2,6 @@
 
 #include "lookup/KeyedHash.h"
 
-#include <algorithm>
-#include <bit>
 #include <unordered_set>
 
 namespace consolidator::inspect {
@@ -13,12 +11,6 @@ namespace {
 constexpr std::size_t mostMissing = 10'000;
 constexpr std::uint64_t mostLooked = 200'000'000;
 constexpr std::uint64_t mostSteps = 500'000'000;
-
-std::uint64_t lettersOf(std::string_view text) {
-  std::uint64_t letters = 0;
-  for (const char c : text) letters |= std::uint64_t{1} << (static_cast<unsigned char>(c) % 64U);
-  return letters;
-}
 
 // Which registers have a location in which of the instances of one kernel.
 class LocatedRegisters {
@@ -78,28 +70,20 @@ void MissingNets::prepareNames(std::size_t path) {
   names_.clear();
   for (const std::uint32_t net : nets_.netsOf(path)) {
     const std::string_view leaf = lastComponent(nets_.net(net));
-    names_.push_back({leaf, net, lettersOf(leaf)});
+    names_.push_back({leaf, net, LetterCounts(leaf)});
   }
-}
-
-// One change adds one letter at most and takes one away.
-bool MissingNets::mayBeWithin(std::size_t limit, const Name& name, std::size_t size,
-                              std::uint64_t letters) {
-  const std::size_t other = name.leaf.size();
-  if (std::max(size, other) - std::min(size, other) > limit) return false;
-  return static_cast<std::size_t>(std::popcount(name.letters ^ letters)) <= 2 * limit;
 }
 
 std::optional<std::string> MissingNets::closest(std::string_view reg, std::size_t path) {
   if (path >= nets_.paths().size()) return std::nullopt;
   prepareNames(path);
   std::size_t limit = reg.size() / 3;
-  const std::uint64_t letters = lettersOf(reg);
+  const LetterCounts letters(reg);
   const Name* best = nullptr;
   distance_.from(reg);
   for (const Name& name : names_) {
     if (distance_.steps() >= mostSteps) break;
-    if (!mayBeWithin(limit, name, reg.size(), letters)) {
+    if (letters.leastDistance(name.letters) > limit) {
       distance_.skip();
       continue;
     }

@@ -3,6 +3,7 @@
 #include "inspect/explain/EditDistance.h"
 #include "inspect/explain/Explanation.h"
 #include "inspect/explain/InstanceNets.h"
+#include "inspect/explain/LetterCounts.h"
 #include "model/KernelRecord.h"
 
 #include <cstddef>
@@ -30,11 +31,8 @@ class MissingNets {
   struct Name {
     std::string_view leaf;
     std::uint32_t net = 0;
-    std::uint64_t letters = 0;  // a bit for each that occurs
+    LetterCounts letters;
   };
-
-  static bool mayBeWithin(std::size_t limit, const Name& name, std::size_t size,
-                          std::uint64_t letters);
 
   void findInKernel(const KernelRecord& kernel, Explanation& explanation);
   void prepareNames(std::size_t path);

@@ -21,6 +21,7 @@ Refusal systemRefusal(const std::string& what, int error) {
 }
 
 std::optional<Refusal> refusalOf(const struct stat& file) {
+  if (S_ISLNK(file.st_mode)) return Refusal{std::generic_category().message(ELOOP), true};
   if (!S_ISREG(file.st_mode)) return Refusal{"is no regular file"};
   if (file.st_nlink == 1) return std::nullopt;
   return Refusal{"has several names (hard links), of which one alone would change"};

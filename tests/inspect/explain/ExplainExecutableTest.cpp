@@ -158,6 +158,10 @@ TEST(ExplainExecutable, IsStrictWhereItIsAskedTo) {
   EXPECT_EQ(status({"--strict", "--", "-f", "new", "-h", "h", "-h", "empty", "-r", "empty"}), 0);
   EXPECT_EQ(status({"--strict=nothing", "--", "-f", "new", "-h", "h", "-h", "empty"}), 1);
   EXPECT_EQ(status({"--strict=nothing", "--", "-f", "new", "-h", "h", "-r", "empty"}), 0);
+  EXPECT_EQ(startInspect({"explain", "--strict=all", "--", "-q"}, folder.path("")).outcome(),
+            (Outcome{2, "",
+                     said("explain: --strict: it cannot be strict about \"all\" (see "
+                          "\"consolidator-inspect explain --help\")")}));
 }
 
 TEST(ExplainExecutable, WantsTwoDashesBeforeTheCommandLine) {

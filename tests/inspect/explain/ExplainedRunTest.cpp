@@ -294,7 +294,7 @@ TEST_F(ExplainedRunTest, NamesTheLineOfARefusal) {
 
 TEST_F(ExplainedRunTest, NamesLineAndColumnOfAFaultyDocument) {
   EXPECT_EQ(refusal("-k", "<project>\n<platform></project>"),
-            "2: line 2: document not well-formed (mismatched tag), column 13");
+            "2: document not well-formed (mismatched tag), column 13");
 }
 
 TEST_F(ExplainedRunTest, RefusesDwarfOfAPipe) {
@@ -416,6 +416,13 @@ TEST_F(ExplainedRunTest, TellsWhatASaveDoesToConditions) {
   EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 f(x)")), LossList{"condition-decays"});
   EXPECT_EQ(saved(u32(2) + u32(0) + text("== 1 $i/a") + u32(0) + text("== $i/a 1")),
             LossList{"duplicate-condition"});
+}
+
+TEST_F(ExplainedRunTest, ComparesNoConditionsOfKernelsWithOneName) {
+  const std::string record = text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + u32(1) +
+                             u32(0) + text("== 1 $i/a") + u32(0);
+  const std::string file = container({{SectionKind::KernelRecords, u32(2) + record + record}});
+  EXPECT_TRUE(losses(file).empty());
 }
 
 TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {

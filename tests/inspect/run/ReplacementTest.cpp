@@ -174,6 +174,12 @@ TEST_F(ReplacementTest, FollowsSymbolicLinks) {
   EXPECT_EQ(readFile(path), "new");
 }
 
+TEST_F(ReplacementTest, SaysOfALoopOfLinksWhatTheSystemSays) {
+  fs::create_symlink("b", folder_.path("a"));
+  fs::create_symlink("a", folder_.path("b"));
+  EXPECT_EQ(refusalOf(folder_.path("a")), "Too many levels of symbolic links");
+}
+
 TEST_F(ReplacementTest, RefusesWhatIsNoRegularFile) {
   EXPECT_EQ(refusalOf("/dev/null"), "is no regular file");
   fs::create_directory(folder_.path("below"));

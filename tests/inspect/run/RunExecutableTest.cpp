@@ -94,6 +94,40 @@ TEST(RunExecutable, LeavesTheOldFileWhereTheDiskIsFull) {
   folder.write("h", manyKernels(2000));
   folder.write("more", kernel("one_more"));
   ASSERT_EQ(runTool({"-f", "file", "-h", "h"}, folder).status, 0);
+  const std::string script =
+      "mkdir -p disk\n"
+      "exec unshare --map-root-user --mount bash -c '"
+      "mount -t tmpfs -o size=$SIZE none disk || exit 77\n"
+      "cp file disk || exit\n"
+      "$INSPECT run --quiet -- -f disk/file -h more\n"
+      "status=$?\n"
+      "cmp file disk/file > differs\n"
+      "ls -A disk\n"
+      "exit $status'";
+  const auto runWithRoom = [&](std::size_t bytes) {
+    const std::size_t size = folder.read("file").size() + bytes;
+    return startInspectScript("export INSPECT SIZE=" + std::to_string(size) + "\n" + script,
+                              folder.path(""))
+        .outcome();
+  };
+  const Outcome ample = runWithRoom(1'000'000);
+  if (ample.status == 77 || ample.err.starts_with("unshare: ")) {
+    GTEST_SKIP() << "no disk can be mounted here: " << ample.err;
+  }
+  EXPECT_EQ(ample, holds("file\n"));
+  EXPECT_NE(folder.read("differs"), "");
+  for (const std::size_t room : {0U, 4096U, 50'000U, 200'000U}) {
+    EXPECT_EQ(runWithRoom(room),
+              (Outcome{2, "file\n", said("disk/file: No space left on device")}));
+    EXPECT_EQ(folder.read("differs"), "") << "with " << room << " bytes left";
+  }
+}
+
+TEST(RunExecutable, LeavesTheOldFileWhereFilesMayNotGrow) {
+  const TemporaryFolder folder;
+  folder.write("h", manyKernels(2000));
+  folder.write("more", kernel("one_more"));
+  ASSERT_EQ(runTool({"-f", "file", "-h", "h"}, folder).status, 0);
   const std::string old = folder.read("file");
   for (const int blocks : {0, 1, 7, 100}) {
     const std::string limit = "ulimit -f " + std::to_string(blocks);
