@@ -1,6 +1,7 @@
 #include "inspect/Inspector.h"
 
 #include "inspect/command/Command.h"
+#include "inspect/command/Options.h"
 #include "inspect/coverage/CoverageCommand.h"
 #include "inspect/diff/DiffCommand.h"
 #include "inspect/explain/ExplainCommand.h"
@@ -14,7 +15,6 @@
 #include "inspect/sql/SqlCommand.h"
 #include "inspect/verify/VerifyCommand.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -98,17 +98,19 @@ Status refuse(Console& console, const Command& command, const std::vector<std::s
 Status runCommand(const CommandEntry& entry, const std::vector<std::string>& words,
                   Console& console) {
   const std::unique_ptr<Command> command = entry.make();
-  CLI::App app(std::string(entry.summary), fmt::format("{} {}", programName, entry.name));
-  command->declare(app);
-  try {
-    app.parse(std::vector<std::string>(words.rbegin(), std::prev(words.rend())));  // last first
-  } catch (const CLI::CallForHelp&) {
-    console.out.write(app.help());
-    return Status::Holds;
-  } catch (const CLI::ParseError& error) {
-    return refuse(console, *command, words,
-                  fmt::format("{}: {} (see \"{} {} --help\")", entry.name, error.what(),
-                              programName, entry.name));
+  Options options(fmt::format("{} {}", programName, entry.name), std::string(entry.summary));
+  command->declare(options);
+  std::string text;
+  switch (options.parse({std::next(words.begin()), words.end()}, text)) {
+    case Options::Outcome::WantsHelp:
+      console.out.write(text);
+      return Status::Holds;
+    case Options::Outcome::Wrong:
+      return refuse(
+          console, *command, words,
+          fmt::format("{}: {} (see \"{} {} --help\")", entry.name, text, programName, entry.name));
+    case Options::Outcome::Parsed:
+      break;
   }
   return command->run(console);
 }

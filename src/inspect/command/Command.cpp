@@ -3,7 +3,6 @@
 #include "inspect/output/JsonDocument.h"
 #include "inspect/output/PlainText.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <utility>
@@ -22,10 +21,10 @@ void warnOfVersion(Console& console, const ConsolidatedInput& input) {
 
 }  // namespace
 
-void Command::declareFormat(CLI::App& app) {
-  app.add_option("--format", format_, R"("text" for people or "json" for programs)")
-      ->option_text("text|json")
-      ->check(CLI::IsMember({"text", "json"}));
+void Command::declareFormat(Options& options) {
+  options.option("--format", format_, R"("text" for people or "json" for programs)")
+      .placeholder("text|json")
+      .among({"text", "json"});
 }
 
 std::optional<ConsolidatedInput> Command::openOnlyFile(Console& console,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inspect/command/Options.h"
 #include "inspect/output/Messages.h"
 #include "inspect/output/OutputSink.h"
 #include "inspect/output/Status.h"
@@ -8,10 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-
-namespace CLI {
-class App;
-}
 
 namespace consolidator::inspect {
 
@@ -32,7 +29,7 @@ class Command {
   virtual ~Command() = default;
 
   /// Declares description, options and operands.
-  virtual void declare(CLI::App& app) = 0;
+  virtual void declare(Options& options) = 0;
 
   /// Runs with the options that were stored. Data goes to standard output, all else to the
   /// messages. Whether standard output could be written is not the command's to check.
@@ -47,7 +44,7 @@ class Command {
 
  protected:
   /// Declares "--format text|json", for writesDocument().
-  void declareFormat(CLI::App& app);
+  void declareFormat(Options& options);
 
   bool writesDocument() const { return alwaysWritesDocument() || format_ == "json"; }
 

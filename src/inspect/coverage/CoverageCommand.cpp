@@ -5,7 +5,6 @@
 #include "inspect/coverage/CoverageText.h"
 #include "inspect/output/PlainText.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 namespace consolidator::inspect {
@@ -59,20 +58,21 @@ void sayProblem(Console& console, const std::string& path, const LineTables& tab
 
 }  // namespace
 
-void CoverageCommand::declare(CLI::App& app) {
-  app.add_option("--fail-under", goals_,
-                 "Fail where fewer percent of the variables (or arguments) of all instances have "
-                 "locations without a gap")
-      ->option_text("[arguments=|variables=]N")
-      ->allow_extra_args(false)
-      ->check(CLI::Validator(checkGoal, ""));
-  app.add_option("--baseline", baseline_,
-                 "Tell which variables and arguments have lost locations since this file, and "
-                 "fail if any has")
-      ->option_text("OLD");
-  declareFormat(app);
-  app.add_option("FILE", path_, "The file, or \"-\" for standard input")->required();
-  app.footer(
+void CoverageCommand::declare(Options& options) {
+  options
+      .option("--fail-under", goals_,
+              "Fail where fewer percent of the variables (or arguments) of all instances have "
+              "locations without a gap")
+      .placeholder("[arguments=|variables=]N")
+      .check(checkGoal);
+  options
+      .option("--baseline", baseline_,
+              "Tell which variables and arguments have lost locations since this file, and "
+              "fail if any has")
+      .placeholder("OLD");
+  declareFormat(options);
+  options.input(path_);
+  options.footer(
       "The width of a register is not stored in a file: bits that are missing at its top cannot be "
       "seen, only gaps below.");
 }

@@ -15,7 +15,7 @@ namespace consolidator::inspect {
 /// instance, and which conditions a debugger can use.
 class CoverageCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-coverage/1"; }

@@ -5,7 +5,6 @@
 #include "inspect/output/JsonDocument.h"
 #include "inspect/output/PlainText.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 namespace consolidator::inspect {
@@ -20,17 +19,17 @@ void sayIncomplete(Console& console, const ConsolidatedInput& input, const Compa
 
 }  // namespace
 
-void DiffCommand::declare(CLI::App& app) {
-  app.add_flag("--exact", isExact_,
+void DiffCommand::declare(Options& options) {
+  options.flag("--exact", isExact_,
                "Compare the texts of conditions; without it, the order of the two operands of an "
                "operator, which each save swaps, does not count");
-  app.add_flag("--sections", withSections_,
+  options.flag("--sections", withSections_,
                "Compare the section tables and the bytes of the sections, too");
-  app.add_flag("--stat", isSummaryAlone_, "Write the summary alone");
-  declareFormat(app);
-  app.add_option("A", before_, "The file before, or \"-\" for standard input")->required();
-  app.add_option("B", after_, "The file after, or \"-\" for standard input")->required();
-  app.footer(
+  options.flag("--stat", isSummaryAlone_, "Write the summary alone");
+  declareFormat(options);
+  options.option("A", before_, "The file before, or \"-\" for standard input").required();
+  options.option("B", after_, "The file after, or \"-\" for standard input").required();
+  options.footer(
       "Status: 0 if the files are equal, 1 if not. A file that is not complete equals only one "
       "with the same bytes, and its status is 1 even then.");
 }

@@ -13,7 +13,7 @@ namespace consolidator::inspect {
 /// then, but the status is 1 all the same, as it is of every command on such a file.
 class DiffCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-diff/1"; }

@@ -7,7 +7,6 @@
 #include "inspect/explain/ToolWords.h"
 #include "inspect/output/JsonDocument.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 namespace consolidator::inspect {
@@ -24,14 +23,15 @@ std::string checkStrictness(const std::string& what) {
 
 }  // namespace
 
-void ExplainCommand::declare(CLI::App& app) {
-  declareFormat(app);
-  app.add_flag("--strict", strict_,
-               "Status 1 for skipped and refused inputs, losses, a status other than 0 and a usage "
-               "text; with \"=nothing\" also for inputs that give nothing")
-      ->option_text("[=nothing]")
-      ->check(checkStrictness, "");
-  declareToolWords(app, words_);
+void ExplainCommand::declare(Options& options) {
+  declareFormat(options);
+  options
+      .flag("--strict", strict_,
+            "Status 1 for skipped and refused inputs, losses, a status other than 0 and a usage "
+            "text; with \"=nothing\" also for inputs that give nothing")
+      .placeholder("[=nothing]")
+      .check(checkStrictness);
+  declareToolWords(options, words_);
 }
 
 Status ExplainCommand::run(Console& console) {

@@ -12,7 +12,7 @@ namespace consolidator::inspect {
 /// Says what a run of the tool would do, without touching a file.
 class ExplainCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-explain/1"; }

@@ -3,7 +3,6 @@
 #include "inspect/command/CommandOutput.h"
 #include "inspect/output/PlainText.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -54,17 +53,18 @@ std::string reasonOfAbsence(const File& file, const Extract& extract) {
 
 }  // namespace
 
-void ExtractCommand::declare(CLI::App& app) {
-  app.add_option("FILE", path_, "The file, or \"-\" for standard input")->required();
-  app.add_option("SECTION", section_, "Which section")
-      ->required()
-      ->option_text("project|dwarf|json|records")
-      ->check(CLI::IsMember({"project", "dwarf", "json", "records"}));
-  app.add_option("-o,--output", output_,
-                 "Where to write; a file is replaced as a whole or not at all, \"-\" is standard "
-                 "output")
-      ->required()
-      ->option_text("OUT");
+void ExtractCommand::declare(Options& options) {
+  options.input(path_);
+  options.option("SECTION", section_, "Which section")
+      .required()
+      .placeholder("project|dwarf|json|records")
+      .among({"project", "dwarf", "json", "records"});
+  options
+      .option("-o,--output", output_,
+              "Where to write; a file is replaced as a whole or not at all, \"-\" is standard "
+              "output")
+      .required()
+      .placeholder("OUT");
 }
 
 Status ExtractCommand::run(Console& console) {

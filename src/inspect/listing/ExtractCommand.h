@@ -9,7 +9,7 @@ namespace consolidator::inspect {
 /// Writes the bytes of one section to a file.
 class ExtractCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
  private:

@@ -7,7 +7,6 @@
 #include "inspect/output/PlainText.h"
 #include "inspect/output/Utf8.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 namespace consolidator::inspect {
@@ -27,14 +26,15 @@ void writeQuery(JsonDocument& document, const FindQuery& query) {
 
 }  // namespace
 
-void FindCommand::declare(CLI::App& app) {
-  declareFormat(app);
-  app.add_option("FILE", path_, "The file, or \"-\" for standard input")->required();
-  app.add_option("NAME", wanted_,
-                 "A kernel, a variable, a register with its hierarchical name or without, or a "
-                 "location as two numbers, such as 0x1A2F:77 (0:0 is often one that is not known)")
-      ->required()
-      ->option_text("NAME|FIRST:SECOND");
+void FindCommand::declare(Options& options) {
+  declareFormat(options);
+  options.input(path_);
+  options
+      .option("NAME", wanted_,
+              "A kernel, a variable, a register with its hierarchical name or without, or a "
+              "location as two numbers, such as 0x1A2F:77 (0:0 is often one that is not known)")
+      .required()
+      .placeholder("NAME|FIRST:SECOND");
 }
 
 Status FindCommand::run(Console& console) {

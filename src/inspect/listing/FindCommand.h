@@ -14,7 +14,7 @@ class FindReport;
 /// Finds a variable, a register or a kernel by its name, and what is at a location.
 class FindCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-find/1"; }

@@ -5,8 +5,6 @@
 #include "inspect/records/KernelItems.h"
 #include "inspect/records/SectionItems.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cstdint>
 
 namespace consolidator::inspect {
@@ -45,9 +43,9 @@ bool writeKernels(JsonDocument& document, const File& file) {
 
 }  // namespace
 
-void JsonCommand::declare(CLI::App& app) {
-  app.add_flag("--pretty", isPretty_, "One value per line, for people");
-  app.add_option("FILE", path_, "The file, or \"-\" for standard input")->required();
+void JsonCommand::declare(Options& options) {
+  options.flag("--pretty", isPretty_, "One value per line, for people");
+  options.input(path_);
 }
 
 Status JsonCommand::run(Console& console) {

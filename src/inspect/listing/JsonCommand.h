@@ -10,7 +10,7 @@ namespace consolidator::inspect {
 /// Writes all that is in a file as one strict JSON document.
 class JsonCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-inspect/1"; }

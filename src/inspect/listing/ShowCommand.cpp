@@ -6,7 +6,6 @@
 #include "inspect/records/KernelCounts.h"
 #include "inspect/records/SectionItems.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <cstdint>
@@ -98,12 +97,10 @@ void writeCompleteness(Console& console, const std::optional<Fault>& fault) {
 
 }  // namespace
 
-void ShowCommand::declare(CLI::App& app) {
-  app.add_option("--kernel", kernels_, "Show a kernel of this name in full; may be repeated")
-      ->option_text("NAME")
-      ->allow_extra_args(false)
-      ->take_all();
-  app.add_option("FILE", path_, "The file, or \"-\" for standard input")->required();
+void ShowCommand::declare(Options& options) {
+  options.option("--kernel", kernels_, "Show a kernel of this name in full; may be repeated")
+      .placeholder("NAME");
+  options.input(path_);
 }
 
 Status ShowCommand::run(Console& console) {

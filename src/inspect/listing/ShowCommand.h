@@ -10,7 +10,7 @@ namespace consolidator::inspect {
 /// Shows people what is in a file: all of it with counts, or single kernels in full.
 class ShowCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
  private:

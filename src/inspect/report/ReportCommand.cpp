@@ -5,22 +5,22 @@
 #include "inspect/report/ReportPage.h"
 #include "inspect/report/SourceListing.h"
 
-#include <CLI/CLI.hpp>
-
 namespace consolidator::inspect {
 
-void ReportCommand::declare(CLI::App& app) {
-  app.add_option("FILE", path_, "The file, or \"-\" for standard input")->required();
-  app.add_option("-o,--output", output_,
-                 "Where to write the page; a file is replaced as a whole or not at all, \"-\" is "
-                 "standard output")
-      ->required()
-      ->option_text("OUT.html");
-  app.add_option("--source", sources_,
-                 "Show conditions beside the lines of their source: of the files below this folder "
-                 "that the DWARF names")
-      ->option_text("DIR");
-  app.footer(
+void ReportCommand::declare(Options& options) {
+  options.input(path_);
+  options
+      .option("-o,--output", output_,
+              "Where to write the page; a file is replaced as a whole or not at all, \"-\" is "
+              "standard output")
+      .required()
+      .placeholder("OUT.html");
+  options
+      .option("--source", sources_,
+              "Show conditions beside the lines of their source: of the files below this folder "
+              "that the DWARF names")
+      .placeholder("DIR");
+  options.footer(
       "The true width of a register is not stored, so bits missing at its top cannot be seen.");
 }
 

@@ -9,7 +9,7 @@ namespace consolidator::inspect {
 /// Writes a page that shows all that is in a file.
 class ReportCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
  private:

@@ -6,7 +6,6 @@
 #include "inspect/output/JsonDocument.h"
 #include "inspect/output/PlainText.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -31,19 +30,19 @@ void forEachLine(std::string_view text, Take take) {
 
 }  // namespace
 
-void RunCommand::declare(CLI::App& app) {
-  declareFormat(app);
-  app.add_option("--allow", rules_.strict.allowed,
-                 "Do the run in spite of these outcomes of inputs (skipped, refused) and codes of "
-                 "losses, as \"explain\" tells them")
-      ->option_text("CODE,...")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(checkCode, "");
-  app.add_flag("--keep-if-equal", rules_.keepsEqual,
+void RunCommand::declare(Options& options) {
+  declareFormat(options);
+  options
+      .option("--allow", rules_.strict.allowed,
+              "Do the run in spite of these outcomes of inputs (skipped, refused) and codes of "
+              "losses, as \"explain\" tells them")
+      .placeholder("CODE,...")
+      .separator(',')
+      .check(checkCode);
+  options.flag("--keep-if-equal", rules_.keepsEqual,
                "Leave the file and its time alone where \"diff\" would call the result equal");
-  app.add_flag("--quiet", isQuiet_, "Print no summary");
-  declareToolWords(app, words_);
+  options.flag("--quiet", isQuiet_, "Print no summary");
+  declareToolWords(options, words_);
 }
 
 Status RunCommand::run(Console& console) {

@@ -12,7 +12,7 @@ namespace consolidator::inspect {
 /// Runs the tool so that the old file survives whatever goes wrong, and the status tells the truth.
 class RunCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-run/1"; }

@@ -4,7 +4,6 @@
 #include "inspect/output/PlainText.h"
 #include "inspect/sql/DatabaseSchema.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <cerrno>
@@ -29,15 +28,16 @@ std::string systemReason(int error) { return std::generic_category().message(err
 
 }  // namespace
 
-void SqlCommand::declare(CLI::App& app) {
-  app.add_option("-o,--output", output_,
-                 "The database; a file is replaced as a whole or not at all, \"-\" is standard "
-                 "output")
-      ->required()
-      ->option_text("OUT");
-  app.add_flag("--append", appends_,
+void SqlCommand::declare(Options& options) {
+  options
+      .option("-o,--output", output_,
+              "The database; a file is replaced as a whole or not at all, \"-\" is standard "
+              "output")
+      .required()
+      .placeholder("OUT");
+  options.flag("--append", appends_,
                "Add to a database that is there, and replace in it what it has of the same files");
-  app.add_option("FILE", paths_, "The files, or \"-\" for standard input")->required();
+  options.input(paths_);
 }
 
 Status SqlCommand::run(Console& console) {

@@ -17,7 +17,7 @@ namespace consolidator::inspect {
 /// Writes all that is in files into one SQLite database.
 class SqlCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
  private:

@@ -4,7 +4,6 @@
 #include "inspect/verify/FindingCode.h"
 #include "inspect/verify/VerifiedFile.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 namespace consolidator::inspect {
@@ -56,35 +55,33 @@ bool require(Requirements& requirements, std::string_view word) {
 
 // A check of an option's value, which is a list of words.
 template <typename Rules>
-CLI::Validator wordsFor(bool (*take)(Rules&, std::string_view), const std::string& what) {
-  return CLI::Validator(
-      [take, what](const std::string& list) {
-        Rules rules;
-        const auto unknown =
-            takeWords({list}, [&](std::string_view word) { return take(rules, word); });
-        return unknown ? fmt::format("there is no {} \"{}\"", what, *unknown) : std::string();
-      },
-      "");
+DeclaredOption::Check wordsFor(bool (*take)(Rules&, std::string_view), const std::string& what) {
+  return [take, what](const std::string& list) {
+    Rules rules;
+    const auto unknown =
+        takeWords({list}, [&](std::string_view word) { return take(rules, word); });
+    return unknown ? fmt::format("there is no {} \"{}\"", what, *unknown) : std::string();
+  };
 }
 
 }  // namespace
 
-void VerifyCommand::declare(CLI::App& app) {
-  declareFormat(app);
-  app.add_flag("--notes", listsNotes_, "List notes, too");
-  app.add_flag("--all", listsAll_,
+void VerifyCommand::declare(Options& options) {
+  declareFormat(options);
+  options.flag("--notes", listsNotes_, "List notes, too");
+  options.flag("--all", listsAll_,
                fmt::format("List more than {} findings of a code", Findings::kept));
-  app.add_flag("--strict", strict_, "Count warnings as errors, or the findings of these codes")
-      ->option_text("[=CODE,...]")
-      ->check(wordsFor(makeStricter, "code"));
-  app.add_option("--require", required_,
-                 "Count it as an error where one of these is missing: kernels, instances, dwarf, "
-                 "locations, project=NAME")
-      ->option_text("WHAT,...")
-      ->allow_extra_args(false)
-      ->check(wordsFor(require, "requirement"));
-  app.add_flag("--quiet", isQuiet_, "Print nothing; the status tells");
-  app.add_option("FILE", paths_, "The files, or \"-\" for standard input")->required();
+  options.flag("--strict", strict_, "Count warnings as errors, or the findings of these codes")
+      .placeholder("[=CODE,...]")
+      .check(wordsFor(makeStricter, "code"));
+  options
+      .option("--require", required_,
+              "Count it as an error where one of these is missing: kernels, instances, dwarf, "
+              "locations, project=NAME")
+      .placeholder("WHAT,...")
+      .check(wordsFor(require, "requirement"));
+  options.flag("--quiet", isQuiet_, "Print nothing; the status tells");
+  options.input(paths_);
 }
 
 Status VerifyCommand::run(Console& console) {

@@ -14,7 +14,7 @@ namespace consolidator::inspect {
 /// Says whether files are sound, and what is wrong with them.
 class VerifyCommand : public Command {
  public:
-  void declare(CLI::App& app) override;
+  void declare(Options& options) override;
   Status run(Console& console) override;
 
   std::string_view documentFormat() const override { return "consolidator-verify/1"; }
