@@ -62,7 +62,8 @@ void sayProblem(Console& console, const std::string& path, const LineTables& tab
 void CoverageCommand::declare(CLI::App& app) {
   app.add_option("--fail-under", goals_,
                  "Fail where fewer percent of the variables (or arguments) of all instances have "
-                 "locations without a gap")
+                 "locations without a gap, as printed: rounded to one decimal, but 100.0 only for "
+                 "all of them")
       ->option_text("[arguments=|variables=]N")
       ->allow_extra_args(false)
       ->check(CLI::Validator(checkGoal, ""));
