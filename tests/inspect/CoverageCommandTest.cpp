@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <iterator>
+#include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -111,6 +116,38 @@ TEST(CoverageCommandTest, CountsSourceLinesThatHaveCode) {
   const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
   EXPECT_NE(found.out.find(R"("source_lines":2,"in_line_table":1)"), std::string::npos);
   EXPECT_NE(found.out.find(R"("dwarf":"read")"), std::string::npos);
+}
+
+// A C++ source of this system, optimised as it is installed; what binutils read is the measure.
+TEST(CoverageCommandTest, FindsExactlyTheLinesOfTheOwnDwarf) {
+  const TemporaryFolder folder;
+  const std::string script =
+      "g++ -std=c++20 -O2 -g -c -I" CONSOLIDATOR_SOURCES " " CONSOLIDATOR_SOURCES
+      "/text/TextSearch.cpp -o own.o && objdump --dwarf=decodedline own.o | "
+      "awk '$1 == \"TextSearch.cpp\" && $2 ~ /^[0-9]+$/ { print $2 }' >lines";
+  ASSERT_EQ(startInspectScript(script, folder.path("")).outcome(), holds(""));
+  std::istringstream lines(folder.read("lines"));
+  const std::set<std::uint32_t> coded{std::istream_iterator<std::uint32_t>(lines), {}};
+  ASSERT_GT(coded.size(), 10U);
+  std::vector<KernelRecord> kernels(*coded.rbegin() + 10);
+  std::string wanted;
+  for (std::uint32_t line = 1; line <= kernels.size(); ++line) {
+    BreakableCondition condition = atLine(line);
+    condition.file = "text/TextSearch.cpp";
+    kernels[line - 1].addBreakableCondition(condition);
+    wanted += coded.contains(line) ? "1" : "0";
+  }
+  const std::string file = container({{SectionKind::Dwarf, folder.read("own.o")},
+                                      {SectionKind::KernelRecords, recordsOf(kernels)}});
+  const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
+  EXPECT_EQ((Outcome{found.status, "", found.err}), holds(""));
+  std::string told;
+  constexpr std::string_view key = R"("in_line_table":)";
+  for (std::size_t at = found.out.find(key); at != std::string::npos;
+       at = found.out.find(key, at + 1)) {
+    told += found.out[at + key.size()];
+  }
+  EXPECT_EQ(told, wanted);
 }
 
 TEST(CoverageCommandTest, FailsUnderGoal) {
