@@ -274,6 +274,22 @@ def check_enemies(browser, files):
     check_quiet(page)
 
 
+def open_within(browser, path, seconds):
+    """Opens a page until it is drawn; more than once where the machine has other things to do."""
+    taken = []
+    for _ in range(3):
+        start = time.monotonic()
+        page = support.Page(browser, path)
+        page.browser.execute_async_script(
+            "const done = arguments[0];"
+            "requestAnimationFrame(() => requestAnimationFrame(() => done()))")
+        taken.append(time.monotonic() - start)
+        if taken[-1] < seconds:
+            break
+    assert taken[-1] < seconds, taken
+    return page, taken[-1]
+
+
 def check_many(browser, files):
     """100,000 hardware variables open within two seconds, and can be found."""
     hardware = [
@@ -284,17 +300,7 @@ def check_many(browser, files):
     record = support.kernel(b"k", variables=[(b"value_77", b"value_77_reg")],
                             paths=[b"/design/region/k_1"], hardware=hardware)
     path = files.page(files.written("many", support.container(b"many", [record])))
-    taken = []
-    for _ in range(3):
-        start = time.monotonic()
-        page = support.Page(browser, path)
-        page.browser.execute_async_script(
-            "const done = arguments[0];"
-            "requestAnimationFrame(() => requestAnimationFrame(() => done()))")
-        taken.append(time.monotonic() - start)
-        if taken[-1] < 2:
-            break
-    assert taken[-1] < 2, taken
+    page, taken = open_within(browser, path, 2)
     assert "Folded, since there are many" in page.one("main").text
     found = page.search("value_99999_reg")
     assert len(found) == 1 and found[0][1].endswith("stage_31/value_99999_reg"), found
@@ -307,18 +313,31 @@ def check_many(browser, files):
     legend = page.wait("return document.querySelector('#map-legend')?.textContent")
     assert "8 bits" in legend, legend
     check_quiet(page)
-    return taken[-1]
+    return taken
+
+
+def kernels_container(count):
+    """A file of kernels with a variable each, which is located."""
+    return support.container(b"many", [
+        support.kernel(b"kernel_%d" % number, variables=[(b"v", b"v_reg")],
+                       paths=[b"/t/kernel_%d" % number],
+                       hardware=[(b"/t/kernel_%d/v_reg" % number, [(9, number)])])
+        for number in range(count)
+    ])
+
+
+def check_most_kernels(browser, files):
+    """100,000 kernels open within three seconds, and can be found."""
+    path = files.page(files.written("most", kernels_container(100000)))
+    page, taken = open_within(browser, path, 3)
+    assert ["kernel", "kernel_99999", "C"] in page.search("kernel_99999")
+    check_quiet(page)
+    return taken
 
 
 def check_many_kernels(browser, files):
     """Kernels that have no part of their own can be found all the same, and are on the map."""
-    kernels = [
-        support.kernel(b"kernel_%d" % number, variables=[(b"v", b"v_reg")],
-                       paths=[b"/t/kernel_%d" % number],
-                       hardware=[(b"/t/kernel_%d/v_reg" % number, [(9, number)])])
-        for number in range(1200)
-    ]
-    path = files.written("kernels", support.container(b"many", kernels))
+    path = files.written("kernels", kernels_container(1200))
     page = support.Page(browser, files.page(path))
     assert len(page.all(".kernel")) == 500
     assert "Of so many kernels the first 500" in page.one("main").text
@@ -395,6 +414,7 @@ def main():
             check_source(browser, files)
             check_many_kernels(browser, files)
             print(f"100,000 hardware variables: {check_many(browser, files):.2f} s")
+            print(f"100,000 kernels: {check_most_kernels(browser, files):.2f} s")
     finally:
         browser.quit()
 

@@ -1,10 +1,14 @@
 #include "inspect/command/Command.h"
 
+#include "inspect/files/SameFile.h"
 #include "inspect/output/JsonDocument.h"
 #include "inspect/output/PlainText.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -40,6 +44,16 @@ std::optional<ConsolidatedInput> Command::openOnlyFile(Console& console,
   std::optional<ConsolidatedInput> input = std::get<ConsolidatedInput>(std::move(opened));
   warnOfVersion(console, *input);
   return input;
+}
+
+bool Command::isInput(Console& console, const std::string& output, const std::string& path) {
+  if (output == "-") return false;
+  std::error_code error;
+  const bool isSame = path == "-" ? isSameFile(output, STDIN_FILENO)
+                                  : std::filesystem::equivalent(output, path, error);
+  if (!isSame) return false;
+  console.messages.say(fmt::format("{}: is an input, so it cannot be the output", plain(output)));
+  return true;
 }
 
 Status Command::statusOf(Console& console, const ConsolidatedInput& input, bool isComplete) {

@@ -52,6 +52,9 @@ class Command {
   /// Says in addition that a file is of a newer version than the tool takes.
   std::optional<ConsolidatedInput> openOnlyFile(Console& console, const std::string& path) const;
 
+  /// Whether an output, which may be "-", would replace the file that is read. Says so.
+  static bool isInput(Console& console, const std::string& output, const std::string& path);
+
   /// Status of a command that has read all that it wanted of a file: says that it was cut
   /// meanwhile.
   static Status statusOf(Console& console, const ConsolidatedInput& input, bool isComplete);

@@ -62,7 +62,8 @@ void CoverageCommand::declare(Options& options) {
   options
       .option("--fail-under", goals_,
               "Fail where fewer percent of the variables (or arguments) of all instances have "
-              "locations without a gap")
+              "locations without a gap, as printed: rounded to one decimal, but 100.0 only for "
+              "all of them")
       .placeholder("[arguments=|variables=]N")
       .check(checkGoal);
   options

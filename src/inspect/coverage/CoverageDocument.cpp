@@ -26,8 +26,10 @@ void CoverageDocument::add(const CoveredKernel& kernel) {
     if (instance == kernel.coverage.instances()) break;
     document_.beginObject();
     document_.member("path", path.view());
+    const std::uint64_t lossyTexts = document_.lossyTexts();
     writeNames(kernel, VariableKind::Argument, instance);
     writeNames(kernel, VariableKind::Variable, instance);
+    if (instance > 0) otherLossyTexts_ += document_.lossyTexts() - lossyTexts;
     document_.endObject();
     ++instance;
   }
@@ -99,12 +101,14 @@ void CoverageDocument::writeTotal(const CoverageSummary& summary, VariableKind k
 void CoverageDocument::beginLosses() { document_.key("lost").beginArray(); }
 
 void CoverageDocument::add(const CoverageLoss& loss) {
+  const std::uint64_t lossyTexts = document_.lossyTexts();
   document_.beginObject();
   document_.member("kernel", loss.kernel);
   document_.member("instance", loss.instance);
   document_.member("what", nameOf(loss.kind));
   document_.member("name", loss.name);
   document_.member("register", loss.registerName);
+  otherLossyTexts_ += document_.lossyTexts() - lossyTexts;
   document_.key("before").beginObject();
   writeBits(loss.before);
   document_.endObject().key("after");
@@ -124,7 +128,7 @@ void CoverageDocument::endLosses(const CoverageLosses::Outcome& outcome) {
 
 void CoverageDocument::end(bool isComplete) {
   document_.member("complete", isComplete);
-  document_.member("lossy_texts", document_.lossyTexts());
+  document_.member("lossy_texts", document_.lossyTexts() - otherLossyTexts_);
   document_.endObject().end();
 }
 

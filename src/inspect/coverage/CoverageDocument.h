@@ -3,6 +3,7 @@
 #include "inspect/coverage/CoverageReport.h"
 #include "inspect/output/JsonDocument.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace consolidator::inspect {
@@ -28,6 +29,7 @@ class CoverageDocument : public CoverageReport {
 
   JsonDocument document_;
   LineTableState dwarf_;
+  std::uint64_t otherLossyTexts_ = 0;  // written again, or of the file before
 };
 
 }  // namespace consolidator::inspect

@@ -23,18 +23,23 @@ Paint paintFor(CoverageState state) {
   return state == CoverageState::None ? Paint::Bad : Paint::Doubtful;
 }
 
+std::string numbered(std::uint64_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
 std::string bitsText(const BitCoverage& coverage) {
+  const std::string bits = numbered(coverage.bits, "bit");
   switch (coverage.state) {
     case CoverageState::None:
       return "no location";
     case CoverageState::Doubtful:
-      return fmt::format("{} bits up to {}, doubtful", coverage.bits, coverage.highest);
+      return fmt::format("{} up to {}, doubtful", bits, coverage.highest);
     case CoverageState::WithGap:
-      return fmt::format("{} bits up to {}, with a gap", coverage.bits, coverage.highest);
+      return fmt::format("{} up to {}, with a gap", bits, coverage.highest);
     case CoverageState::WithoutGap:
       break;
   }
-  return fmt::format("{} bits", coverage.bits);
+  return bits;
 }
 
 }  // namespace
@@ -109,8 +114,8 @@ void CoverageText::add(const CoverageLoss& loss) {
 void CoverageText::endLosses(const CoverageLosses::Outcome& outcome) {
   console_->out.write(fmt::format("  {} in all\n", outcome.losses));
   if (outcome.notCompared == 0) return;
-  console_->out.write(fmt::format(
-      "  {} kernels with too many instances and names are not compared\n", outcome.notCompared));
+  console_->out.write(fmt::format("  not compared: {} with too many instances and names\n",
+                                  numbered(outcome.notCompared, "kernel")));
 }
 
 }  // namespace consolidator::inspect

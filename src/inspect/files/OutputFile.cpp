@@ -48,6 +48,7 @@ void OutputFile::open(const std::string& path) {
 }
 
 void OutputFile::openBeside(const std::string& place, const struct stat* old) {
+  removeLeftovers(place);
   beside_.emplace(place, old != nullptr ? 0600 : 0666);  // nobody may look in sooner
   error_ = beside_->error();
   if (error_ == 0 && old != nullptr) keepPermissions(*old);

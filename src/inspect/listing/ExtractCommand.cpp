@@ -69,7 +69,7 @@ void ExtractCommand::declare(Options& options) {
 
 Status ExtractCommand::run(Console& console) {
   const auto input = openOnlyFile(console, path_);
-  if (!input) return Status::Unasked;
+  if (!input || isInput(console, output_, path_)) return Status::Unasked;
   const Extract& extract = extractOf(section_);
   const auto bytes = bytesOf(input->file(), extract);
   if (!bytes) {

@@ -26,7 +26,7 @@ void ReportCommand::declare(Options& options) {
 
 Status ReportCommand::run(Console& console) {
   const auto input = openOnlyFile(console, path_);
-  if (!input) return Status::Unasked;
+  if (!input || isInput(console, output_, path_)) return Status::Unasked;
   const ReportPage page(*input, CONSOLIDATOR_VERSION);
   SourceListing sources(input->file(), sources_);
   if (!sources.problem().empty()) {

@@ -85,7 +85,6 @@ StdioFile WorkingFiles::openDump(const std::string& path) {
     errorSink_.emplace(STDERR_FILENO);
     return openDumpStream(out_ == nullptr ? nullptr : &*errorSink_, dumpedErr_);
   }
-  removeLeftovers(placeOf(path));
   dump_.emplace(path);
   if (dump_->error() != 0) return nullptr;
   return openDumpStream(&dump_->sink(), dumpedOut_);

@@ -62,29 +62,24 @@ CREATE TABLE bram (
 ) WITHOUT ROWID;
 )";
 
+// Arguments and variables differ in their names alone.
+std::string variableTable(const std::string& name) {
+  return "CREATE TABLE " + name + R"( (
+  id INTEGER PRIMARY KEY,
+  kernel_id INTEGER NOT NULL REFERENCES kernel ON DELETE CASCADE,
+  position INTEGER NOT NULL,
+  name TEXT NOT NULL,
+  second TEXT NOT NULL,
+  c_type TEXT NOT NULL,
+  bit_width INTEGER NOT NULL,
+  instance_bits INTEGER NOT NULL
+);
+)";
+}
+
 // Integers of a location come first in what is compared most: a list is read by its variable, and a
 // variable found by its location.
-constexpr const char* variableTables = R"(
-CREATE TABLE argument (
-  id INTEGER PRIMARY KEY,
-  kernel_id INTEGER NOT NULL REFERENCES kernel ON DELETE CASCADE,
-  position INTEGER NOT NULL,
-  name TEXT NOT NULL,
-  second TEXT NOT NULL,
-  c_type TEXT NOT NULL,
-  bit_width INTEGER NOT NULL,
-  instance_bits INTEGER NOT NULL
-);
-CREATE TABLE variable (
-  id INTEGER PRIMARY KEY,
-  kernel_id INTEGER NOT NULL REFERENCES kernel ON DELETE CASCADE,
-  position INTEGER NOT NULL,
-  name TEXT NOT NULL,
-  second TEXT NOT NULL,
-  c_type TEXT NOT NULL,
-  bit_width INTEGER NOT NULL,
-  instance_bits INTEGER NOT NULL
-);
+constexpr const char* locationTables = R"(
 CREATE TABLE instance_bit (
   argument_id INTEGER REFERENCES argument ON DELETE CASCADE,
   variable_id INTEGER REFERENCES variable ON DELETE CASCADE,
@@ -205,7 +200,9 @@ void createTables(Database& database) {
   database.execute(("PRAGMA application_id = " + std::to_string(databaseApplication)).c_str());
   database.execute(("PRAGMA user_version = " + std::to_string(databaseVersion)).c_str());
   database.execute(fileTables);
-  database.execute(variableTables);
+  database.execute(variableTable("argument").c_str());
+  database.execute(variableTable("variable").c_str());
+  database.execute(locationTables);
 }
 
 void createIndices(Database& database) {

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -41,6 +42,8 @@ void SqlCommand::declare(Options& options) {
 }
 
 Status SqlCommand::run(Console& console) {
+  const auto isOutput = [&](const std::string& path) { return isInput(console, output_, path); };
+  if (std::ranges::any_of(paths_, isOutput)) return Status::Unasked;
   std::error_code error;
   return appends_ && fs::exists(output_, error) ? append(console) : makeNew(console);
 }

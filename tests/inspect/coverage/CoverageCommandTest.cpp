@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <iterator>
+#include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -68,14 +73,14 @@ TEST(CoverageCommandTest, WritesText) {
             holds("Kernel k\n"
                   "  /t/k_1\n"
                   "    arguments: 0 of 1 (0.0 %)\n"
-                  "      a (a_r): 1 bits up to 0, doubtful\n"
+                  "      a (a_r): 1 bit up to 0, doubtful\n"
                   "    variables: 0 of 1 (0.0 %)\n"
-                  "      i (i_r): 1 bits up to 2, with a gap\n"
+                  "      i (i_r): 1 bit up to 2, with a gap\n"
                   "  /t/k_10\n"
                   "    arguments: 1 of 1 (100.0 %)\n"
-                  "      a (a_r): 1 bits\n"
+                  "      a (a_r): 1 bit\n"
                   "    variables: 1 of 1 (100.0 %)\n"
-                  "      i (i_r): 1 bits\n"
+                  "      i (i_r): 1 bit\n"
                   "  conditions: 3, 2 well-formed; 1 for source lines\n"
                   "Total\n"
                   "  arguments: 1 of 2 (50.0 %)\n"
@@ -113,6 +118,38 @@ TEST(CoverageCommandTest, CountsSourceLinesThatHaveCode) {
   EXPECT_NE(found.out.find(R"("dwarf":"read")"), std::string::npos);
 }
 
+// A C++ source of this system, optimised as it is installed; what binutils read is the measure.
+TEST(CoverageCommandTest, FindsExactlyTheLinesOfTheOwnDwarf) {
+  const TemporaryFolder folder;
+  const std::string script =
+      "g++ -std=c++20 -O2 -g -c -I" CONSOLIDATOR_SOURCES " " CONSOLIDATOR_SOURCES
+      "/text/TextSearch.cpp -o own.o && objdump --dwarf=decodedline own.o | "
+      "awk '$1 == \"TextSearch.cpp\" && $2 ~ /^[0-9]+$/ { print $2 }' >lines";
+  ASSERT_EQ(startInspectScript(script, folder.path("")).outcome(), holds(""));
+  std::istringstream lines(folder.read("lines"));
+  const std::set<std::uint32_t> coded{std::istream_iterator<std::uint32_t>(lines), {}};
+  ASSERT_GT(coded.size(), 10U);
+  std::vector<KernelRecord> kernels(*coded.rbegin() + 10);
+  std::string wanted;
+  for (std::uint32_t line = 1; line <= kernels.size(); ++line) {
+    BreakableCondition condition = atLine(line);
+    condition.file = "text/TextSearch.cpp";
+    kernels[line - 1].addBreakableCondition(condition);
+    wanted += coded.contains(line) ? "1" : "0";
+  }
+  const std::string file = container({{SectionKind::Dwarf, folder.read("own.o")},
+                                      {SectionKind::KernelRecords, recordsOf(kernels)}});
+  const Outcome found = inspectBytes(file, {"coverage", "--format=json", "FILE"});
+  EXPECT_EQ((Outcome{found.status, "", found.err}), holds(""));
+  std::string told;
+  constexpr std::string_view key = R"("in_line_table":)";
+  for (std::size_t at = found.out.find(key); at != std::string::npos;
+       at = found.out.find(key, at + 1)) {
+    told += found.out[at + key.size()];
+  }
+  EXPECT_EQ(told, wanted);
+}
+
 TEST(CoverageCommandTest, FailsUnderGoal) {
   const auto statusWith = [](const std::string& goal) {
     return inspectBytes(coveredFile(), {"coverage", "--fail-under", goal, "FILE"}).status;
@@ -127,6 +164,20 @@ TEST(CoverageCommandTest, FailsUnderGoal) {
        {"", "101", "-1", "50.", ".5", "50.55", "x", "registers=50", "=5"}) {
     EXPECT_EQ(statusWith(goal), 2) << goal;
   }
+}
+
+// Two of three variables, 66.67 %, are printed as 66.7 %.
+TEST(CoverageCommandTest, ComparesGoalWithWhatIsPrinted) {
+  KernelRecord kernel;
+  kernel.addInstancePath("/t/k");
+  for (const char* const name : {"a", "b", "c"}) kernel.addVariable(name, name, "int");
+  kernel.setLogicLocation("/t/k/a", 0, 7, 9);
+  kernel.setLogicLocation("/t/k/b", 0, 7, 9);
+  const auto statusWith = [&](const std::string& goal) {
+    return inspectBytes(fileWith({kernel}), {"coverage", "--fail-under", goal, "FILE"}).status;
+  };
+  EXPECT_EQ(statusWith("66.7"), 0);
+  EXPECT_EQ(statusWith("66.8"), 1);
 }
 
 TEST(CoverageCommandTest, SaysWhichGoalIsMissed) {
@@ -152,8 +203,8 @@ TEST(CoverageCommandTest, TellsWhatWasLost) {
   const Outcome found = inspectBytes(fileWith({kernel}), {"coverage", "--baseline", old, "FILE"});
   EXPECT_EQ(found.status, 1);
   EXPECT_NE(found.out.find("Lost locations\n"
-                           "  k argument a (a_r) in /t/k_10: 1 bits before, no location\n"
-                           "  k variable i (i_r) in /t/k_10: 1 bits before, no location\n"
+                           "  k argument a (a_r) in /t/k_10: 1 bit before, no location\n"
+                           "  k variable i (i_r) in /t/k_10: 1 bit before, no location\n"
                            "  2 in all\n"),
             std::string::npos);
   const Outcome document =
@@ -228,7 +279,23 @@ TEST(CoverageCommandTest, SaysThatKernelHasTooManyPairsToCompare) {
   const Outcome found = inspectBytes(file, {"coverage", "--baseline", old, "FILE"});
   EXPECT_EQ(found.status, 1);
   EXPECT_TRUE(found.out.ends_with(
-      "  0 in all\n  1 kernels with too many instances and names are not compared\n"));
+      "  0 in all\n  not compared: 1 kernel with too many instances and names\n"));
+}
+
+// Each once, in however many instances it is, and none of the file before.
+TEST(CoverageCommandTest, CountsLossyTextsOfTheFile) {
+  KernelRecord kernel = coveredKernel();
+  kernel.name = "k\xFF";
+  kernel.addInstancePath("/t/\xFF");
+  kernel.addVariable("v\xFF", "r\xFF", "int");
+  const TemporaryFolder folder;
+  const std::string file = fileWith({kernel});
+  kernel.setLogicLocation("/t/\xFF/r\xFF", 0, 7, 9);
+  const std::string old = folder.write("old", fileWith({kernel}));
+  const Outcome found =
+      inspectBytes(file, {"coverage", "--format=json", "--baseline", old, "FILE"});
+  EXPECT_NE(found.out.find(R"("lost":[{"kernel":"k)"), std::string::npos);
+  EXPECT_TRUE(found.out.ends_with("\"lossy_texts\":4}\n")) << found.out;
 }
 
 TEST(CoverageCommandTest, ExplainsWhatCannotBeSeen) {

@@ -115,10 +115,21 @@ TEST_F(OutputFileTest, TakesTheLongestName) {
   EXPECT_EQ(folder_.read(name), "text");
 }
 
-TEST_F(OutputFileTest, DoesNotTakeANameThatIsTaken) {
-  folder_.write(".new.consolidator-" + std::to_string(::getpid()) + "-0", "of others");
+TEST_F(OutputFileTest, LeavesWhatSomebodyIsAtWorkOn) {
+  OutputFile first(path("new"));
+  first.sink().write("first");
+  EXPECT_TRUE(write(path("new"), "second"));
+  EXPECT_EQ(folder_.read("new"), "second");
+  EXPECT_TRUE(first.finish());
+  EXPECT_EQ(folder_.read("new"), "first");
+  EXPECT_EQ(countFiles(), 1U);
+}
+
+TEST_F(OutputFileTest, RemovesWhatAKilledProcessLeft) {
+  folder_.write(".new.consolidator-1-0", "part");
+  folder_.write(".other.consolidator-1-0", "of another file");
   EXPECT_TRUE(write(path("new"), "text"));
-  EXPECT_EQ(folder_.read(".new.consolidator-" + std::to_string(::getpid()) + "-0"), "of others");
+  EXPECT_FALSE(fs::exists(path(".new.consolidator-1-0")));
   EXPECT_EQ(countFiles(), 2U);
 }
 

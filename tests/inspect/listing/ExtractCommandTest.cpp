@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace consolidator::inspect {
@@ -57,11 +58,28 @@ TEST(ExtractCommand, WritesASectionOfAnIncompleteFileButFails) {
   EXPECT_EQ(folder.read("out"), "ELF");
 }
 
-TEST(ExtractCommand, ReplacesTheFileItReads) {
+TEST(ExtractCommand, RefusesToReplaceTheFileItReads) {
   const TemporaryFolder folder;
   const std::string file = folder.write("file", fullContainer());
-  EXPECT_EQ(inspect({"extract", file, "dwarf", "-o", file}), holds(""));
-  EXPECT_EQ(folder.read("file"), "\177ELF with more");
+  EXPECT_EQ(inspect({"extract", file, "dwarf", "-o", file}),
+            (Outcome{2, "", said(file + ": is an input, so it cannot be the output")}));
+  EXPECT_EQ(folder.read("file"), fullContainer());
+}
+
+TEST(ExtractCommand, KnowsTheFileItReadsByAnyName) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("file", fullContainer());
+  const std::string link = folder.path("link");
+  const std::string second = folder.path("second");
+  std::filesystem::create_symlink("file", link);
+  std::filesystem::create_hard_link(file, second);
+  for (const std::string& output : {link, second}) {
+    EXPECT_EQ(inspect({"extract", file, "dwarf", "-o", output}).status, 2);
+    EXPECT_EQ(inspect({"extract", output, "dwarf", "-o", file}).status, 2);
+  }
+  EXPECT_EQ(startInspectScript("$INSPECT extract - dwarf -o file <link", folder.path("")).outcome(),
+            (Outcome{2, "", said("file: is an input, so it cannot be the output")}));
+  EXPECT_EQ(folder.read("file"), fullContainer());
 }
 
 TEST(ExtractCommand, SaysWhyItCannotWrite) {

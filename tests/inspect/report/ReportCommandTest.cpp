@@ -140,6 +140,14 @@ TEST(ReportCommand, WritesTheFileWholeOrNotAtAll) {
   EXPECT_TRUE(folder.read("out.html").ends_with("</html>\n"));
 }
 
+TEST(ReportCommand, RefusesToReplaceTheFileItShows) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("file", fullContainer());
+  EXPECT_EQ(inspect({"report", file, "-o", file}),
+            (Outcome{2, "", said(file + ": is an input, so it cannot be the output")}));
+  EXPECT_EQ(folder.read("file"), fullContainer());
+}
+
 TEST(ReportCommand, SaysWhyItCannotWrite) {
   EXPECT_EQ(inspectBytes(fullContainer(), {"report", "FILE", "-o", "/dev/full"}),
             (Outcome{2, "", said("/dev/full: No space left on device")}));

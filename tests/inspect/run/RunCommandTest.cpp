@@ -269,13 +269,6 @@ TEST_F(RunCommandTest, Dumps) {
   EXPECT_EQ(folder_.read("dump"), emptyJson());
 }
 
-TEST_F(RunCommandTest, RemovesWhatAKilledDumpLeft) {
-  folder_.write(".dump.consolidator-1-0", "part");
-  const auto count = fileCount();
-  EXPECT_EQ(run({"-f", "@made", "-u", "@dump"}).status, 0);
-  EXPECT_EQ(fileCount(), count);
-}
-
 TEST_F(RunCommandTest, KeepsADumpThatWouldBeEmptyOrShort) {
   folder_.write("dump", "old");
   folder_.write("bare", container({{SectionKind::ProjectName, "name"}}));

@@ -54,6 +54,15 @@ TEST_F(SqlCommandTest, ReplacesTheDatabase) {
   EXPECT_EQ(database().row("SELECT count(*) FROM file"), "1");
 }
 
+TEST_F(SqlCommandTest, RefusesToReplaceAFileItReads) {
+  folder_.write("a", kernelFile("a"));
+  folder_.write("db", kernelFile("b"));
+  const std::string refusal = saidOf("db", "is an input, so it cannot be the output");
+  EXPECT_EQ(sql({"a", "db"}), (Outcome{2, "", refusal}));
+  EXPECT_EQ(sql({"a", "db"}, true), (Outcome{2, "", refusal}));
+  EXPECT_EQ(folder_.read("db"), kernelFile("b"));
+}
+
 TEST_F(SqlCommandTest, AnswersForIncompleteFilesButFails) {
   folder_.write("whole", kernelFile("a"));
   folder_.write("damaged", kernelFile("b") + "more");
