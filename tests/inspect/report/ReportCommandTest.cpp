@@ -157,5 +157,20 @@ TEST(ReportCommand, TellsThatTheLineTablesCannotBeRead) {
   EXPECT_TRUE(outcome.err.starts_with(said("FILE: DWARF: ").substr(0, 34))) << outcome.err;
 }
 
+TEST(ReportCommand, CountsSectionsThatItDoesNotShow) {
+  const auto pageWith = [](std::uint32_t sections) {
+    std::string bytes = header(sections);
+    for (std::uint32_t i = 0; i < sections; ++i) bytes += entry(SectionKind::Dwarf, 0x10000 + i, 1);
+    return pageOf(bytes);
+  };
+  const std::string all = pageWith(100);
+  EXPECT_TRUE(has(all, "0x10063"));
+  EXPECT_FALSE(has(all, "more sections"));
+  const std::string some = pageWith(1350);
+  EXPECT_TRUE(has(some, "0x10063"));
+  EXPECT_FALSE(has(some, "0x10064"));
+  EXPECT_TRUE(has(some, "1,250 more"));
+}
+
 }  // namespace
 }  // namespace consolidator::inspect
