@@ -1,4 +1,5 @@
 #include "inspect/InspectRun.h"
+#include "inspect/verify/VerifyFixture.h"
 #include "support/Bytes.h"
 #include "support/FullContainer.h"
 #include "support/TemporaryFolder.h"
@@ -170,6 +171,19 @@ TEST(ReportCommand, CountsSectionsThatItDoesNotShow) {
   EXPECT_TRUE(has(some, "0x10063"));
   EXPECT_FALSE(has(some, "0x10064"));
   EXPECT_TRUE(has(some, "1,250 more"));
+}
+
+TEST(ReportCommand, TellsLocationsWithGapsAndDoubtfulOnes) {
+  KernelRecord kernel;
+  kernel.name = "k";
+  kernel.addInstancePath("/t/k_1");
+  kernel.addInstancePath("/t/k_10");
+  for (const char* const name : {"whole", "gap", "none"}) kernel.addVariable(name, name, "int");
+  kernel.setLogicLocation("/t/k_10/whole", 0, 1, 1);
+  kernel.setLogicLocation("/t/k_10/gap", 1, 1, 1);
+  const std::string page = pageOf(fileHolding(recordsOf({kernel})));
+  EXPECT_TRUE(has(page, "2 of 3 located, 1 with gaps"));
+  EXPECT_TRUE(has(page, "0 of 3 located, 2 doubtful"));
 }
 
 }  // namespace
