@@ -55,7 +55,7 @@ WriteForecast forecastWrite(const std::string& path) {
 
   struct stat status {};
 
-  for (int links = 0; links < mostLinks; ++links) {
+  for (int links = 0; links <= mostLinks; ++links) {
     if (stat(place.c_str(), &status) == 0) {
       const bool isWritable = !S_ISDIR(status.st_mode) && !S_ISSOCK(status.st_mode) &&
                               faccessat(AT_FDCWD, place.c_str(), W_OK, AT_EACCESS) == 0 &&

@@ -303,5 +303,64 @@ TEST(CoverageCommandTest, ExplainsWhatCannotBeSeen) {
             std::string::npos);
 }
 
+TEST(CoverageCommandTest, SaysThatKernelHasTooManyPairsToList) {
+  const Outcome found = inspectBytes(fileWith({crowdedKernel()}), {"coverage", "FILE"});
+  EXPECT_EQ(found.status, 0);
+  EXPECT_TRUE(found.out.starts_with("Kernel \n  too many instances and names to list each pair\n"));
+  EXPECT_EQ(found.out.find("v0 ("), std::string::npos);
+}
+
+TEST(CoverageCommandTest, TellsWhatIsLeftOfALocation) {
+  const TemporaryFolder folder;
+  const std::string old = folder.write("old", coveredFile());
+  KernelRecord kernel = coveredKernel();
+  kernel.hardwareVariables = {};
+  kernel.setLogicLocation("/t/k_1/i_r", 2, 7, 9);
+  kernel.setLogicLocation("/t/k_10/i_r", 0, 7, 9);
+  const Outcome document =
+      inspectBytes(fileWith({kernel}), {"coverage", "--format=json", "--baseline", old, "FILE"});
+  EXPECT_EQ(document.status, 1);
+  EXPECT_NE(document.out.find(
+                R"("lost":[{"kernel":"k","instance":"/t/k_10","what":"argument","name":"a",)"
+                R"("register":"a_r","before":{"state":"without_gap","bits":1,"highest":0},)"
+                R"("after":{"state":"none","bits":0,"highest":0}}],"not_compared":0,)"),
+            std::string::npos)
+      << document.out;
+}
+
+// Each part of a name is the path of an instance.
+TEST(CoverageCommandTest, SaysThatRegistersMayBelongToMoreInstances) {
+  const auto isSaidOf = [](const std::string& name) {
+    KernelRecord kernel;
+    kernel.name = "k";
+    for (std::size_t begin = 0; begin < name.size(); ++begin) {
+      for (std::size_t size = 1; begin + size <= name.size(); ++size) {
+        kernel.addInstancePath(name.substr(begin, size));
+      }
+    }
+    kernel.addVariable("v", "r", "int");
+    kernel.setLogicLocation(name + "/r", 0, 1, 1);
+    const std::string out = inspectBytes(fileWith({kernel}), {"coverage", "FILE"}).out;
+    return out.find("  some registers may belong to more instances than are counted\n") !=
+           std::string::npos;
+  };
+  EXPECT_FALSE(isSaidOf("abcdefghij"));
+  EXPECT_TRUE(isSaidOf("abcdefghijklmnopqrstuvwxyz"));
+}
+
+TEST(CoverageCommandTest, ColoursStatesOfLocations) {
+  const TemporaryFolder folder;
+  KernelRecord kernel = coveredKernel();
+  kernel.addVariable("none", "none_r", "int");
+  const std::string file = folder.write("file", fileWith({kernel}));
+  const std::string out = inspect({"coverage", file}, true).out;
+  for (const char* const shown :
+       {"i (i_r): \x1B[32m1 bits\x1B[0m\n", "i (i_r): \x1B[33m1 bits up to 2, with a gap\x1B[0m\n",
+        "a (a_r): \x1B[33m1 bits up to 0, doubtful\x1B[0m\n",
+        "none (none_r): \x1B[31mno location\x1B[0m\n"}) {
+    EXPECT_NE(out.find(shown), std::string::npos) << out;
+  }
+}
+
 }  // namespace
 }  // namespace consolidator::inspect

@@ -184,5 +184,69 @@ TEST(ExplainExecutable, ShowsItsHelpWithoutTheOptionsOfTheTool) {
   EXPECT_NE(outcome.out.find("explain [OPTIONS] -- -f FILE"), std::string::npos) << outcome.out;
 }
 
+// A link leads to a link, and so on; the last one names a file that is missing.
+TEST(ExplainExecutable, FollowsAsManyLinksAsTheSystem) {
+  for (const int count : {1, 39, 40, 41}) {
+    const TemporaryFolder folder;
+    folder.write("h", "k:\n");
+    std::string target = "new";
+    for (int i = 1; i <= count; ++i) {
+      const std::string link = "link" + std::to_string(i);
+      fs::create_symlink(target, folder.path(link));
+      target = link;
+    }
+    const CommandLine words{"-f", target, "-h", "h"};
+    CommandLine explain{"explain", "--"};
+    CommandLine line{"consolidator"};
+    explain.insert(explain.end(), words.begin(), words.end());
+    line.insert(line.end(), words.begin(), words.end());
+    const Outcome explained = startInspect(explain, folder.path("")).outcome();
+    const Outcome real = ExecutableRun(CONSOLIDATOR_EXECUTABLE, line, folder.path("")).outcome();
+    EXPECT_EQ(real.status, count <= 40 ? 0 : 1) << count;
+    EXPECT_EQ(folder.holds("new"), count <= 40) << count;
+    EXPECT_NE(explained.out.find("Status: " + std::to_string(real.status) + "\n"),
+              std::string::npos)
+        << count << explained;
+  }
+}
+
+TEST(ExplainExecutable, TellsWhatARunIntoAPipePrints) {
+  const TemporaryFolder folder;
+  folder.write("h", "k:\n");
+  ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+  const std::string options = " -f pipe -h h";
+  // Without and with a program that reads the pipe.
+  for (const std::string start : {"", "exec 3<>pipe; "}) {
+    const auto outcomeOf = [&](const std::string& command) {
+      return startInspectScript(start + command, folder.path("")).outcome();
+    };
+    const Outcome real = outcomeOf("$CONSOLIDATOR" + options);
+    const Outcome explained = outcomeOf("$INSPECT explain --" + options);
+    EXPECT_EQ(explained.status, 0);
+    EXPECT_NE(explained.out.find("Status: " + std::to_string(real.status) + "\n"),
+              std::string::npos)
+        << explained << real;
+    for (const std::string& line : {real.out, real.err}) {
+      EXPECT_NE(explained.out.find(line.substr(0, line.find('\n'))), std::string::npos)
+          << explained << real;
+    }
+  }
+}
+
+TEST(ExplainExecutable, NamesDoubtfulNetsInItsDocument) {
+  const TemporaryFolder folder;
+  folder.write("h", "k:\n type: hls\n instance path: /t/k_1\n instance path: /t/k_10\n");
+  folder.write("k.dbg", "RTL a b c\nlocal i\nat k.c:1\nend i_r\n");
+  folder.write("ll", "Bit 1 0x2 3 d 4 Net=t/k_10/i_r\n");
+  const Outcome explained = startInspect({"explain", "--format=json", "--", "-f", "new", "-h", "h",
+                                          "-s", "k.dbg", "-l", "ll"},
+                                         folder.path(""))
+                                .outcome();
+  EXPECT_NE(explained.out.find(R"("doubtful":[{"kernel":"k","instance":"/t/k_1",)"
+                               R"("net":"/t/k_10/i_r","count":1,"first_line":1}])"),
+            std::string::npos)
+      << explained;
+}
+
 }  // namespace
 }  // namespace consolidator::inspect

@@ -1,5 +1,6 @@
 #include "inspect/files/OutputFile.h"
 #include "support/AccessList.h"
+#include "support/MemoryFile.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -160,6 +161,39 @@ TEST_F(OutputFileTest, TellsWhyNothingCanBeWritten) {
   OutputFile below(folder_.write("file", "") + "/new");
   EXPECT_FALSE(below.finish());
   EXPECT_EQ(below.error(), ENOTDIR);
+}
+
+TEST_F(OutputFileTest, WritesAFileWithoutANameAtOnce) {
+  const MemoryFile file;
+  file.write("a long text from before");
+  EXPECT_TRUE(write(file.path(), "text"));
+  EXPECT_EQ(file.read(), "text");
+}
+
+TEST_F(OutputFileTest, TellsThatAFolderTookItsPlace) {
+  OutputFile file(path("new"));
+  file.sink().write("text");
+  fs::create_directory(path("new"));
+  EXPECT_FALSE(file.finish());
+  EXPECT_EQ(file.error(), EISDIR);
+}
+
+TEST_F(OutputFileTest, LeavesNothingWhereItsPlaceIsTaken) {
+  {
+    OutputFile file(path("new"));
+    fs::create_directory(path("new"));
+    EXPECT_FALSE(file.finish());
+  }
+  EXPECT_EQ(countFiles(), 1U);
+}
+
+TEST_F(OutputFileTest, GivesUpWhereAllNamesAreTaken) {
+  for (int i = 0; i < 1000; ++i) {
+    folder_.write(".new.consolidator-" + std::to_string(::getpid()) + "-" + std::to_string(i), "");
+  }
+  EXPECT_FALSE(write(path("new"), "text"));
+  EXPECT_FALSE(folder_.holds("new"));
+  EXPECT_EQ(countFiles(), 1000U);
 }
 
 }  // namespace

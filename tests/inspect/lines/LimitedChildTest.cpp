@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -91,6 +93,24 @@ TEST(LimitedChildTest, OpensNothing) {
     return answer(output, ::open("/dev/null", O_RDONLY | O_CLOEXEC) < 0 ? "no" : "yes");
   });
   EXPECT_EQ(found.bytes, "no");
+}
+
+TEST(LimitedChildTest, TakesAnAbortForAWantOfMemory) {
+  const ChildAnswer found = run([](int /*output*/) -> bool {
+    std::signal(SIGABRT, SIG_DFL);
+    std::abort();
+  });
+  EXPECT_EQ(found.failure, "reading it takes too much memory");
+}
+
+TEST(LimitedChildTest, StartsNothingWithoutDescriptors) {
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit none{0, before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  const ChildAnswer found = run([](int output) { return answer(output, "yes"); });
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_EQ(found.failure, "no process can be started for it");
 }
 
 }  // namespace

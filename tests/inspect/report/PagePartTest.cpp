@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace consolidator::inspect {
 namespace {
 
@@ -33,6 +35,14 @@ TEST(PagePart, RefusesHolesWhereATextWouldBeMoreThanAText) {
 TEST(PagePart, RefusesPiecesThatEndInsideATag) {
   EXPECT_FALSE(isSafePart("<p>{text}<p title=\""));
   EXPECT_FALSE(isSafePart("<p "));
+}
+
+TEST(PagePart, RefusesTextsInAllAttributesThatLoadOrRun) {
+  for (const char* const name :
+       {"style", "src", "srcdoc", "action", "formaction", "onclick", "onload"}) {
+    const std::string part = std::string("<p title=\"a\" ") + name + "=\"{text}\">";
+    EXPECT_FALSE(isSafePart(part)) << part;
+  }
 }
 
 }  // namespace

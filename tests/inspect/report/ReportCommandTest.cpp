@@ -1,4 +1,5 @@
 #include "inspect/InspectRun.h"
+#include "inspect/verify/VerifyFixture.h"
 #include "support/Bytes.h"
 #include "support/FullContainer.h"
 #include "support/TemporaryFolder.h"
@@ -163,6 +164,34 @@ TEST(ReportCommand, TellsThatTheLineTablesCannotBeRead) {
       inspectBytes(fullContainer(), {"report", "FILE", "-o", "-", "--source", folder.path("")});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_TRUE(outcome.err.starts_with(said("FILE: DWARF: ").substr(0, 34))) << outcome.err;
+}
+
+TEST(ReportCommand, CountsSectionsThatItDoesNotShow) {
+  const auto pageWith = [](std::uint32_t sections) {
+    std::string bytes = header(sections);
+    for (std::uint32_t i = 0; i < sections; ++i) bytes += entry(SectionKind::Dwarf, 0x10000 + i, 1);
+    return pageOf(bytes);
+  };
+  const std::string all = pageWith(100);
+  EXPECT_TRUE(has(all, "0x10063"));
+  EXPECT_FALSE(has(all, "more sections"));
+  const std::string some = pageWith(1350);
+  EXPECT_TRUE(has(some, "0x10063"));
+  EXPECT_FALSE(has(some, "0x10064"));
+  EXPECT_TRUE(has(some, "1,250 more"));
+}
+
+TEST(ReportCommand, TellsLocationsWithGapsAndDoubtfulOnes) {
+  KernelRecord kernel;
+  kernel.name = "k";
+  kernel.addInstancePath("/t/k_1");
+  kernel.addInstancePath("/t/k_10");
+  for (const char* const name : {"whole", "gap", "none"}) kernel.addVariable(name, name, "int");
+  kernel.setLogicLocation("/t/k_10/whole", 0, 1, 1);
+  kernel.setLogicLocation("/t/k_10/gap", 1, 1, 1);
+  const std::string page = pageOf(fileHolding(recordsOf({kernel})));
+  EXPECT_TRUE(has(page, "2 of 3 located, 1 with gaps"));
+  EXPECT_TRUE(has(page, "0 of 3 located, 2 doubtful"));
 }
 
 }  // namespace

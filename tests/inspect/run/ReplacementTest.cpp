@@ -5,6 +5,8 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -238,6 +240,44 @@ TEST_F(ReplacementTest, ProcessesWaitForOneAnother) {
   }
   for (int i = 0; i < processes; ++i) ::wait(nullptr);
   EXPECT_EQ(readFile(path), std::string(processes, 'x'));
+  EXPECT_EQ(fileCount(), 1);
+}
+
+class FileFlagsTest : public ReplacementTest {
+ protected:
+  static unsigned long flagsOf(const std::string& path) {
+    unsigned long flags = 0;
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ(::ioctl(file, FS_IOC_GETFLAGS, &flags), 0);
+    ::close(file);
+    return flags;
+  }
+
+  // Returns whether the file system has such flags, and this process may set them.
+  static bool setFlags(const std::string& path, unsigned long flags) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool isSet = ::ioctl(file, FS_IOC_SETFLAGS, &flags) == 0;
+    ::close(file);
+    return isSet;
+  }
+};
+
+TEST_F(FileFlagsTest, AreKept) {
+  const std::string path = folder_.write("file", "old");
+  if (!setFlags(path, FS_NODUMP_FL)) GTEST_SKIP() << "no file flags here";
+  Replacement replacement = make(path);
+  ASSERT_FALSE(replacement.takeName());
+  EXPECT_NE(flagsOf(path) & FS_NODUMP_FL, 0U);
+  EXPECT_EQ(readFile(path), "");
+}
+
+TEST_F(FileFlagsTest, AreNotLostWhereAFileCanOnlyBeAddedTo) {
+  const std::string path = folder_.write("file", "old");
+  if (!setFlags(path, FS_APPEND_FL)) GTEST_SKIP() << "files cannot be made to be added to here";
+  const std::string reason = refusalOf(path);
+  setFlags(path, 0);
+  EXPECT_EQ(reason, "has an owner, a mode or attributes that a new file cannot be given");
+  EXPECT_EQ(readFile(path), "old");
   EXPECT_EQ(fileCount(), 1);
 }
 

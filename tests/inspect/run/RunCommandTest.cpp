@@ -338,5 +338,15 @@ TEST_F(RunCommandTest, WritesTheDocumentOfExplainAndWhatCameOfIt) {
   EXPECT_EQ(refused["error"]["code"], "usage");
 }
 
+// So much is written to the disk while the run goes on.
+TEST_F(RunCommandTest, WritesLargeFilesAsTheToolDoes) {
+  std::string dwarf(20'000'000, 'd');
+  for (std::size_t i = 0; i < dwarf.size(); i += 1000) dwarf[i] = static_cast<char>(i / 1000);
+  folder_.write("dwarf", dwarf);
+  EXPECT_EQ(run({"-f", "@new", "-d", "@dwarf", "-h", "@h"}).status, 0);
+  runTool({"-f", "wanted", "-d", "dwarf", "-h", "h"});
+  EXPECT_TRUE(folder_.read("new") == folder_.read("wanted"));
+}
+
 }  // namespace
 }  // namespace consolidator::inspect
