@@ -14,6 +14,7 @@
 #include "readers/RAMFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <iostream>
 #include <optional>
@@ -338,7 +339,12 @@ void ConsolidatedFile::tellDamage(std::size_t entry) const {
 }
 
 void ConsolidatedFile::tellStoredDwarf(const std::string& path) const {
-  const bool isSame = dwarf_.isSameAs(path);
+  const StdioFile file = openStdioFile(path, "r");
+  if (!file) {
+    observer_->onSkipped(errno);
+    return;
+  }
+  const bool isSame = dwarf_.isSameAs(file.get());
   observer_->onUnread(isSame ? "the file has this DWARF already" : "the file has DWARF already");
   if (!isSame) {
     lose("dwarf-differs", "the file keeps the DWARF that it has, and " + path + " is another one");

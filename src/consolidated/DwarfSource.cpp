@@ -59,10 +59,9 @@ std::optional<std::uint32_t> DwarfSource::openFile(const std::string& path, RunO
   return static_cast<std::uint32_t>(size);
 }
 
-bool DwarfSource::isSameAs(const std::string& path) const {
-  const StdioFile file = openStdioFile(path, "r");
-  ByteReader reader(file.get());
-  if (file == nullptr || reader.remaining() != size_) return false;
+bool DwarfSource::isSameAs(std::FILE* file) const {
+  ByteReader reader(file);
+  if (reader.remaining() != size_) return false;
   const auto bytes = std::make_unique_for_overwrite<char[]>(size_);
   return reader.readBytes(bytes.get(), size_) &&
          std::equal(bytes.get(), bytes.get() + size_, bytes_.get());

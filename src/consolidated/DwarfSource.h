@@ -29,8 +29,8 @@ class DwarfSource {
   /// An observer, if there is one, is told the reason.
   std::optional<std::uint32_t> openFile(const std::string& path, RunObserver* observer = nullptr);
 
-  /// Whether the section that is held has the bytes of the file at `path`.
-  bool isSameAs(const std::string& path) const;
+  /// Whether the section that is held has the bytes of a file from where it stands.
+  bool isSameAs(std::FILE* file) const;
 
   /// Writes a section of `size` bytes and returns its size. Bytes from memory are cut to that size,
   /// since a foreign file may have several sections, of other sizes. The result is `size` however

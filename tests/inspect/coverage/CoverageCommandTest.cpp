@@ -355,8 +355,8 @@ TEST(CoverageCommandTest, ColoursStatesOfLocations) {
   const std::string file = folder.write("file", fileWith({kernel}));
   const std::string out = inspect({"coverage", file}, true).out;
   for (const char* const shown :
-       {"i (i_r): \x1B[32m1 bits\x1B[0m\n", "i (i_r): \x1B[33m1 bits up to 2, with a gap\x1B[0m\n",
-        "a (a_r): \x1B[33m1 bits up to 0, doubtful\x1B[0m\n",
+       {"i (i_r): \x1B[32m1 bit\x1B[0m\n", "i (i_r): \x1B[33m1 bit up to 2, with a gap\x1B[0m\n",
+        "a (a_r): \x1B[33m1 bit up to 0, doubtful\x1B[0m\n",
         "none (none_r): \x1B[31mno location\x1B[0m\n"}) {
     EXPECT_NE(out.find(shown), std::string::npos) << out;
   }

@@ -443,6 +443,8 @@ TEST_F(ExplainedRunTest, ComparesDwarfWithTheStoredOne) {
   EXPECT_EQ(losses(file, {"-d", folder_.write("same", "bytes")}), LossList());
   EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
   EXPECT_EQ(losses(file, {"-d", folder_.write("other", "byteS")}), LossList{"dwarf-differs"});
+  EXPECT_EQ(losses(file, {"-d", folder_.path("missing")}), LossList());
+  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Skipped);
 }
 
 TEST_F(ExplainedRunTest, TellsLocationsThatAreNotTaken) {

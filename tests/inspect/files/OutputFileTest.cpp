@@ -189,7 +189,8 @@ TEST_F(OutputFileTest, LeavesNothingWhereItsPlaceIsTaken) {
 
 TEST_F(OutputFileTest, GivesUpWhereAllNamesAreTaken) {
   for (int i = 0; i < 1000; ++i) {
-    folder_.write(".new.consolidator-" + std::to_string(::getpid()) + "-" + std::to_string(i), "");
+    fs::create_directory(
+        path(".new.consolidator-" + std::to_string(::getpid()) + "-" + std::to_string(i)));
   }
   EXPECT_FALSE(write(path("new"), "text"));
   EXPECT_FALSE(folder_.holds("new"));
