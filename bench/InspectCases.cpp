@@ -28,7 +28,7 @@ constexpr double wholeGoal = 1.5;
 constexpr double lookGoal = 0.3;
 
 // Of the time that the JSON document of the same file takes.
-constexpr double databaseGoal = 45;
+constexpr double databaseGoal = 35;
 
 // Of the time of a start of the tool.
 constexpr double startGoal = 2;
