@@ -1,5 +1,6 @@
 #include "inspect/coverage/CoverageText.h"
 
+#include "inspect/output/Numbered.h"
 #include "inspect/output/Paint.h"
 #include "inspect/output/PlainText.h"
 
@@ -21,10 +22,6 @@ std::string shareOf(const CoverageCounts& counts) {
 Paint paintFor(CoverageState state) {
   if (state == CoverageState::WithoutGap) return Paint::Good;
   return state == CoverageState::None ? Paint::Bad : Paint::Doubtful;
-}
-
-std::string numbered(std::uint64_t count, std::string_view noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
 std::string bitsText(const BitCoverage& coverage) {

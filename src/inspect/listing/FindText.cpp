@@ -1,6 +1,7 @@
 #include "inspect/listing/FindText.h"
 
 #include "inspect/listing/KernelText.h"
+#include "inspect/output/Numbered.h"
 #include "inspect/output/Paint.h"
 #include "inspect/output/PlainText.h"
 #include "inspect/records/LocationText.h"
@@ -21,7 +22,7 @@ using consolidated::Locations;
 void writeBits(Console& console, const Locations& locations, const FindQuery& query,
                std::string_view place) {
   if (!query.location()) {
-    console.out.write(fmt::format("    {} bits{}\n", locations.size(), place));
+    console.out.write(fmt::format("    {}{}\n", numbered(locations.size(), "bit"), place));
     return writeLocations(console, locations, "    ");
   }
   for (std::size_t bit = 0; bit < locations.size(); ++bit) {

@@ -1,5 +1,6 @@
 #include "inspect/listing/KernelText.h"
 
+#include "inspect/output/Numbered.h"
 #include "inspect/output/Paint.h"
 #include "inspect/output/PlainText.h"
 #include "inspect/records/KernelItems.h"
@@ -40,7 +41,8 @@ void writeTexts(Console& console, std::string_view title, const List<Text>& text
 void writeInstanceBits(Console& console, const Variable& variable) {
   std::uint32_t instance = 0;
   for (const Locations& bits : variable.instanceBits()) {
-    console.out.write(fmt::format("      {} bits in instance {}\n", bits.size(), instance++));
+    console.out.write(
+        fmt::format("      {} in instance {}\n", numbered(bits.size(), "bit"), instance++));
     writeLocations(console, bits, "      ");
   }
 }
@@ -56,8 +58,8 @@ void writeVariables(Console& console, std::string_view title, const List<Variabl
 void writeHardwareVariables(Console& console, const List<HardwareVariable>& variables) {
   writeHeading(console, "Hardware variables", variables.size());
   for (const HardwareVariable& variable : variables) {
-    console.out.write(fmt::format("    {}: {} bits\n", plain(variable.rtlName().view()),
-                                  variable.logicLocations().size()));
+    console.out.write(fmt::format("    {}: {}\n", plain(variable.rtlName().view()),
+                                  numbered(variable.logicLocations().size(), "bit")));
     writeLocations(console, variable.logicLocations(), "    ");
   }
 }
@@ -77,8 +79,8 @@ void writeConditions(Console& console, const List<BreakableCondition>& condition
 }  // namespace
 
 std::string describe(const Variable& variable) {
-  return fmt::format("{}: {}, {} bits, register {}", plain(variable.name().view()),
-                     plain(variable.cType().view()), variable.bitWidth(),
+  return fmt::format("{}: {}, {}, register {}", plain(variable.name().view()),
+                     plain(variable.cType().view()), numbered(variable.bitWidth(), "bit"),
                      plain(variable.second().view()));
 }
 

@@ -3,6 +3,7 @@
 #include "inspect/explain/ExplainedRun.h"
 #include "inspect/files/FileBeside.h"
 #include "inspect/files/SameFile.h"
+#include "inspect/output/Numbered.h"
 #include "inspect/run/FileLock.h"
 #include "inspect/run/ResultCheck.h"
 
@@ -178,11 +179,10 @@ std::string SafeRun::inputSummary() const {
   };
   const auto used = count(InputOutcome::Used);
   const auto others = std::ssize(result_.explanation.inputs) - used;
-  std::string text = fmt::format("{} input{} used", used, used == 1 ? "" : "s");
+  std::string text = numbered(static_cast<std::uint64_t>(used), "input") + " used";
   if (others > 0) text += fmt::format(", {} without effect", others);
-  if (!result_.explanation.losses.empty()) {
-    text += fmt::format(", {} losses allowed", result_.explanation.losses.size());
-  }
+  const std::size_t losses = result_.explanation.losses.size();
+  if (losses > 0) text += fmt::format(", {} {} allowed", losses, losses == 1 ? "loss" : "losses");
   return text;
 }
 

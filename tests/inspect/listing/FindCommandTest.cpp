@@ -51,15 +51,15 @@ TEST(FindCommand, FindsAVariableInEachInstance) {
                                              "  variable i: int, 32 bits, register i_r\n"
                                              "  register /t/k_1/i_r\n"
                                              "    in instance /t/k_1\n"
-                                             "    1 bits\n"
+                                             "    1 bit\n"
                                              "           0: 0x1:2\n"
                                              "  register /t/k_10/i_r\n"
                                              "    in instance /t/k_1 (doubtful)\n"
                                              "    in instance /t/k_10\n"
-                                             "    1 bits\n"
+                                             "    1 bit\n"
                                              "           0: 0x3:4\n"
                                              "  register /u/i_r\n"
-                                             "    1 bits\n"
+                                             "    1 bit\n"
                                              "           0: 0x5:6\n"));
 }
 
@@ -69,7 +69,7 @@ TEST(FindCommand, FindsARegisterByAnyOfItsNames) {
                          "  variable j: int, 32 bits, register j_r\n"
                          "  register /t/k_1/j_r\n"
                          "    in instance /t/k_1\n"
-                         "    1 bits\n"
+                         "    1 bit\n"
                          "           0: 0x1:2\n"));
   EXPECT_EQ(find(twoInstances(), "t/k_1/j_r"), whole);
   EXPECT_EQ(find(twoInstances(), "j_r"), whole);
