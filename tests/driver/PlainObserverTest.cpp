@@ -68,6 +68,13 @@ TEST_F(PlainObserverTest, ChangesNothingInWhatIsRefused) {
                      container({{SectionKind::ProjectName, "name"}, {SectionKind::Dwarf, "old"}}));
 }
 
+TEST_F(PlainObserverTest, ChangesNothingInWhatIsLeftOut) {
+  const std::string twice =
+      folder_.write("twice.dbg", "RTL a b c\nlocal i\nat k.c:1\nend i_r\nlocal i\nend j_r\n");
+  expectNoDifference({"-k", folder_.path("missing"), "-s", twice, "-d", dwarf_},
+                     container({{SectionKind::Dwarf, "bytes"}}));
+}
+
 TEST_F(PlainObserverTest, ChangesNothingInConditions) {
   const std::string conditions = u32(2) + u32(0) + consolidator::text("(1'b1 == 1'b1)") + u32(0) +
                                  consolidator::text("== 1 $i");

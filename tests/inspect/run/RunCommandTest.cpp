@@ -5,10 +5,12 @@
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -346,6 +348,22 @@ TEST_F(RunCommandTest, WritesLargeFilesAsTheToolDoes) {
   EXPECT_EQ(run({"-f", "@new", "-d", "@dwarf", "-h", "@h"}).status, 0);
   runTool({"-f", "wanted", "-d", "dwarf", "-h", "h"});
   EXPECT_TRUE(folder_.read("new") == folder_.read("wanted"));
+}
+
+TEST_F(RunCommandTest, LeavesTheOldFileWhereThereIsNoRoomForTheNewOne) {
+  const auto onLimit = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit limit{100, before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+  const std::string old = folder_.read("made");
+  const auto count = fileCount();
+  const int status = run({"-f", "@made", "-h", "@h"}).status;
+  EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  static_cast<void>(std::signal(SIGXFSZ, onLimit));
+  EXPECT_EQ(status, 2);
+  EXPECT_EQ(folder_.read("made"), old);
+  EXPECT_EQ(fileCount(), count);
 }
 
 }  // namespace
