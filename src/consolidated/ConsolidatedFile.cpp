@@ -13,6 +13,8 @@
 #include "readers/LLFile.h"
 #include "readers/RAMFile.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -339,14 +341,17 @@ void ConsolidatedFile::tellDamage(std::size_t entry) const {
 }
 
 void ConsolidatedFile::tellStoredDwarf(const std::string& path) const {
-  const StdioFile file = openStdioFile(path, "r");
-  if (!file) {
-    observer_->onSkipped(errno);
-    return;
-  }
-  const bool isSame = dwarf_.isSameAs(file.get());
+  struct stat status {};
+
+  if (stat(path.c_str(), &status) != 0) return observer_->onSkipped(errno);
+  if (S_ISDIR(status.st_mode)) return observer_->onSkipped(EISDIR);
+  // The run does not open the file, and opening a pipe could take its bytes or wait for ever.
+  const bool isComparable = S_ISREG(status.st_mode) && status.st_size > 0;
+  const StdioFile file = isComparable ? openStdioFile(path, "r") : nullptr;
+  if (isComparable && !file) return observer_->onSkipped(errno);
+  const bool isSame = file && dwarf_.isSameAs(file.get());
   observer_->onUnread(isSame ? "the file has this DWARF already" : "the file has DWARF already");
-  if (!isSame) {
+  if (isComparable && !isSame) {
     lose("dwarf-differs", "the file keeps the DWARF that it has, and " + path + " is another one");
   }
 }
@@ -357,14 +362,10 @@ void ConsolidatedFile::tellConditions() const {
     const std::size_t stored = i < storedConditions_.size() ? storedConditions_[i] : 0;
     const BreakableConditionList& list = kernels_[i].breakableConditions;
     for (std::size_t j = 0; j < list.size(); ++j) {
-      PreparedCondition told{kernels_[i].name,
-                             i,
-                             static_cast<std::uint32_t>(list[j].kind),
-                             list[j].line,
-                             list[j].file,
-                             list[j].condition,
-                             std::nullopt,
-                             j < stored};
+      PreparedCondition told{
+          kernels_[i].name, j == 0,       static_cast<std::uint32_t>(list[j].kind),
+          list[j].line,     list[j].file, list[j].condition,
+          std::nullopt,     j < stored};
       if (!isTriviallyTrue(told.before)) told.after = preparer.prepare(told.before);
       observer_->onCondition(told);
     }

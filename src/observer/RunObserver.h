@@ -41,7 +41,7 @@ struct InputExtent {
 /// What a save does to one condition.
 struct PreparedCondition {
   std::string_view kernel;
-  std::size_t kernelPosition = 0;  ///< several kernels may have one name
+  bool isFirst = false;  ///< of its kernel's; several kernels may have one name
   std::uint32_t kind = 0;
   std::uint32_t line = 0;
   std::string_view file;

@@ -440,6 +440,14 @@ class RefusalTest(CommandsTest):
             self.assertEqual(self.asked(name, f"info kernel-bits {wanted}"),
                              f'The bits of "{wanted}" cannot be looked up by its name.\n')
 
+    def test_shows_no_bits_of_another_kernel_whose_name_reads_alike(self):
+        kernels = [kernel(name, [b"/1"], [variable(text, b"r")])
+                   for name, text in ((b"k1", b"a\xff"), (b"k2", "a\ufffd".encode()))]
+        name = self.write("file", container(*kernels))
+        self.assertEqual(self.asked(name, "info kernel-bits a\ufffd"),
+                         'The bits of "a\ufffd" cannot be looked up by its name.\n')
+        self.assertIn('Kernel "k2"', self.asked(name, "info kernel-bits k2::a\ufffd"))
+
     def test_says_when_the_inspector_is_missing(self):
         name = self.consolidate("file")
         (self.folder / "bin/consolidator-inspect").unlink()

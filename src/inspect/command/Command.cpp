@@ -7,8 +7,6 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -48,10 +46,7 @@ std::optional<ConsolidatedInput> Command::openOnlyFile(Console& console,
 
 bool Command::isInput(Console& console, const std::string& output, const std::string& path) {
   if (output == "-") return false;
-  std::error_code error;
-  const bool isSame = path == "-" ? isSameFile(output, STDIN_FILENO)
-                                  : std::filesystem::equivalent(output, path, error);
-  if (!isSame) return false;
+  if (!(path == "-" ? isSameFile(output, STDIN_FILENO) : isSameFile(output, path))) return false;
   console.messages.say(fmt::format("{}: is an input, so it cannot be the output", plain(output)));
   return true;
 }

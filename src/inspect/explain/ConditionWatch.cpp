@@ -26,10 +26,7 @@ std::string watchedKey(const PreparedCondition& condition, std::string_view form
 }  // namespace
 
 std::optional<ConditionWatch::Finding> ConditionWatch::look(const PreparedCondition& condition) {
-  if (kernel_ != condition.kernelPosition) {
-    kernel_ = condition.kernelPosition;
-    seen_.clear();
-  }
+  if (condition.isFirst) seen_.clear();
   if (!condition.after) {
     return Finding{"condition-removed", described(condition) + " always holds and is removed"};
   }

@@ -2,7 +2,6 @@
 
 #include "observer/RunObserver.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -22,8 +21,7 @@ class ConditionWatch {
   std::optional<Finding> look(const PreparedCondition& condition);
 
  private:
-  std::size_t kernel_ = 0;                // its position
-  std::unordered_set<std::string> seen_;  // its conditions in their normal form
+  std::unordered_set<std::string> seen_;  // conditions of the kernel in their normal form
 };
 
 }  // namespace consolidator::inspect

@@ -49,6 +49,7 @@ const InstanceNets::Paths& InstanceNets::around(std::string_view hardwareName) {
   if (place.hash != hash) {
     place.hash = hash;
     const Paths& found = search_.findIn(text);
+    isLimited_ |= found.size() > mostPaths;
     place.paths.assign(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(
                                                           std::min(found.size(), mostPaths)));
   }

@@ -57,8 +57,11 @@ void MissingNets::findInKernel(const KernelRecord& kernel, Explanation& explanat
         if (isOver) return;
         if (variable.second.empty() || hasBits(variable, i)) continue;
         if (located.has(variable.second, path)) continue;
-        explanation.neverFound.push_back({kernel.name, kernel.instancePaths[i], variable.name,
-                                          variable.second, closest(variable.second, path)});
+        const auto net = closest(variable.second, path);
+        // Another kernel with this kernel's name has its locations.
+        if (net && lastComponent(*net) == variable.second) continue;
+        explanation.neverFound.push_back(
+            {kernel.name, kernel.instancePaths[i], variable.name, variable.second, net});
       }
     }
   }

@@ -58,7 +58,8 @@ std::vector<Objection> objectionsTo(const Explanation& explanation, const Strict
   }
   if (explanation.isUsage) add({"usage", "consolidator answers this command line with its usage"});
   if (explanation.status != 0) {
-    add({"status", fmt::format("{}: consolidator ends with status {}", file, explanation.status)});
+    const std::string prefix = file.empty() ? std::string() : fmt::format("{}: ", file);
+    add({"status", fmt::format("{}consolidator ends with status {}", prefix, explanation.status)});
   }
   return objections;
 }

@@ -37,6 +37,15 @@ void removeIfLeft(const fs::path& path) {
   ::close(descriptor);
 }
 
+// Whether a name ends as those of files beside a place do: with the numbers of a process and of a
+// file of it.
+bool endsWithNumbers(std::string_view ending) {
+  constexpr std::string_view digits = "0123456789";
+  const std::size_t dash = ending.find_first_not_of(digits);
+  return dash != 0 && dash < ending.size() - 1 && ending[dash] == '-' &&
+         ending.find_first_not_of(digits, dash + 1) == std::string_view::npos;
+}
+
 }  // namespace
 
 std::string placeOf(const std::string& path) {
@@ -54,13 +63,14 @@ std::string lockNameOf(const std::string& place) { return nameBeside(place, "loc
 
 void removeLeftovers(const std::string& place) {
   const std::string stem = stemOf(place);
-  const std::string lock = fs::path(lockNameOf(place)).filename();
   const fs::path folder = fs::path(place).parent_path();
   std::error_code error;
   fs::directory_iterator entry(folder.empty() ? "." : folder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     const std::string name = entry->path().filename();
-    if (name.starts_with(stem) && name != lock) removeIfLeft(entry->path());
+    std::error_code unknown;
+    if (!name.starts_with(stem) || !entry->is_regular_file(unknown)) continue;
+    if (endsWithNumbers(std::string_view(name).substr(stem.size()))) removeIfLeft(entry->path());
   }
 }
 
@@ -89,12 +99,12 @@ FileBeside::~FileBeside() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
-// Until the file is locked, somebody may remove it as a leftover. Where nothing can be locked,
-// nobody can.
+// Until the file is locked, somebody may remove it as a leftover, and has the lock while doing so.
+// Where nothing can be locked, nobody can.
 bool FileBeside::isLockedByName() const {
   struct stat status {};
 
-  static_cast<void>(::flock(descriptor_, LOCK_EX | LOCK_NB));
+  if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
   return ::fstat(descriptor_, &status) == 0 && status.st_nlink > 0;
 }
 

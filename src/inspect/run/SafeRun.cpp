@@ -123,6 +123,7 @@ void SafeRun::place(Replacement& replacement) {
 
 void SafeRun::dump() {
   const auto lock = lockForReading(file());
+  removeLeftovers(placeOf(file()));
   result_.explanation = observeRun(line_, files_);
   if (files_.dumpError() != 0) {
     failDump(files_.dumpError());

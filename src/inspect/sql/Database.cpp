@@ -56,7 +56,9 @@ std::string messageOf(sqlite3* handle, int result) {
 Database::Database(const std::string& path, Access access) {
   sqlite3* opened = nullptr;
   constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;  // for one thread
-  const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  // A name may begin like a URI, or be one of those that have a meaning.
+  const std::string name = path.starts_with('/') ? path : "./" + path;
+  const int result = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
   handle_.reset(opened);
   if (!note(result)) return;
   sqlite3_extended_result_codes(opened, 1);

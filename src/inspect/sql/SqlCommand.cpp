@@ -45,7 +45,8 @@ Status SqlCommand::run(Console& console) {
   const auto isOutput = [&](const std::string& path) { return isInput(console, output_, path); };
   if (std::ranges::any_of(paths_, isOutput)) return Status::Unasked;
   std::error_code error;
-  return appends_ && fs::exists(output_, error) ? append(console) : makeNew(console);
+  return appends_ && output_ != "-" && fs::exists(output_, error) ? append(console)
+                                                                  : makeNew(console);
 }
 
 // SQLite needs a file to work on: what is no regular one, such as a pipe, gets a copy.

@@ -425,6 +425,25 @@ TEST_F(ExplainedRunTest, ComparesNoConditionsOfKernelsWithOneName) {
   EXPECT_TRUE(losses(file).empty());
 }
 
+TEST_F(ExplainedRunTest, ComparesConditionsAnewInEachPreparation) {
+  const std::string record = text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + u32(1) +
+                             u32(0) + text("== 1 $i/a") + u32(0);
+  const std::string file = container({{SectionKind::Json, ""},
+                                      {SectionKind::Json, ""},
+                                      {SectionKind::KernelRecords, u32(1) + record}});
+  EXPECT_TRUE(losses(file).empty());
+}
+
+TEST_F(ExplainedRunTest, MissesNoRegisterWhoseNetAnotherKernelOfTheNameGot) {
+  const std::string variable = text("i") + text("i_r") + text("int") + u32(0);
+  const std::string record = text("k") + u32(1) + text("/t/k") + u32(3) + u32(0) + u32(1) +
+                             variable + u32(0) + u32(0) + u32(0);
+  const std::string file = container({{SectionKind::KernelRecords, u32(2) + record + record}});
+  losses(file, {"-l", folder_.write("nets", bitOf("t/k/i_r"))});
+  EXPECT_EQ(explanation_.inputs.at(1).outcome, InputOutcome::Used);
+  EXPECT_TRUE(explanation_.neverFound.empty());
+}
+
 TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {
   const std::string file = folder_.write("file", "k:\n");
   const Explanation existing = explainRun({"-c", "-f", file, "-k", folder_.path("./file")});
@@ -443,8 +462,14 @@ TEST_F(ExplainedRunTest, ComparesDwarfWithTheStoredOne) {
   EXPECT_EQ(losses(file, {"-d", folder_.write("same", "bytes")}), LossList());
   EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
   EXPECT_EQ(losses(file, {"-d", folder_.write("other", "byteS")}), LossList{"dwarf-differs"});
-  EXPECT_EQ(losses(file, {"-d", folder_.path("missing")}), LossList());
-  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Skipped);
+  EXPECT_EQ(losses(file, {"-d", folder_.write("empty", "")}), LossList());
+  for (const std::string& path : {folder_.path("missing"), folder_.path("")}) {
+    EXPECT_EQ(losses(file, {"-d", path}), LossList());
+    EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Skipped);
+  }
+  const NamedPipe pipe;  // nobody writes to it, and the run does not open it
+  EXPECT_EQ(losses(file, {"-d", pipe.path()}), LossList());
+  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
 }
 
 TEST_F(ExplainedRunTest, TellsLocationsThatAreNotTaken) {

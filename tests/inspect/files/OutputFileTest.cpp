@@ -134,6 +134,15 @@ TEST_F(OutputFileTest, RemovesWhatAKilledProcessLeft) {
   EXPECT_EQ(countFiles(), 2U);
 }
 
+TEST_F(OutputFileTest, LeavesWhatOnlyLooksLikeThat) {
+  for (const char* const ending : {"notes", "1", "1-", "-1", "1-0.txt", "b.consolidator-lock"}) {
+    folder_.write(std::string(".new.consolidator-") + ending, "");
+  }
+  ASSERT_EQ(::mkfifo(path(".new.consolidator-1-0").c_str(), 0600), 0);
+  EXPECT_TRUE(write(path("new"), "text"));
+  EXPECT_EQ(countFiles(), 8U);
+}
+
 TEST_F(OutputFileTest, WritesAPipeAtOnce) {
   ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
   std::string read;

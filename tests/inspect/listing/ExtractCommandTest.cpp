@@ -79,6 +79,10 @@ TEST(ExtractCommand, KnowsTheFileItReadsByAnyName) {
   }
   EXPECT_EQ(startInspectScript("$INSPECT extract - dwarf -o file <link", folder.path("")).outcome(),
             (Outcome{2, "", said("file: is an input, so it cannot be the output")}));
+  EXPECT_EQ(startInspectScript("mkfifo pipe; cat file >pipe & $INSPECT extract pipe dwarf -o pipe",
+                               folder.path(""))
+                .outcome(),
+            (Outcome{2, "", said("pipe: is an input, so it cannot be the output")}));
   EXPECT_EQ(folder.read("file"), fullContainer());
 }
 

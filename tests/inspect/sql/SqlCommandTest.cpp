@@ -199,6 +199,24 @@ TEST_F(SqlCommandTest, NoticesAFullDisk) {
   EXPECT_EQ(countFiles(), 2U);
 }
 
+TEST_F(SqlCommandTest, TakesNamesThatMeanSomethingToTheLibrary) {
+  folder_.write("a", kernelFile("a"));
+  folder_.write("b", kernelFile("b"));
+  for (const std::string name : {"file:db", ":memory:"}) {
+    EXPECT_EQ(runScript("$INSPECT sql a -o " + name + " && $INSPECT sql b --append -o " + name +
+                        " && mv " + name + " db"),
+              holds(""));
+    EXPECT_EQ(database().row("SELECT count(*) FROM file"), "2");
+  }
+}
+
+TEST_F(SqlCommandTest, AppendsNothingToAFileNamedLikeStandardOutput) {
+  folder_.write("a", kernelFile("a"));
+  EXPECT_EQ(runScript("echo text >-; $INSPECT sql a --append -o - >db && cat ./-"),
+            holds("text\n"));
+  EXPECT_EQ(database().row("SELECT count(*) FROM file"), "1");
+}
+
 TEST_F(SqlCommandTest, KeepsWhatWasThereWhenAFullDiskEndsAnAddition) {
   folder_.write("a", kernelFile("a"));
   folder_.write("b", fileOf(std::vector<KernelRecord>(20'000)));

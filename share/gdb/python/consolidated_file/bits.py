@@ -25,14 +25,21 @@ class BitsQuery:
 
     def lines(self):
         """Yields the lines that show the bits, which the inspector finds."""
+        # Names that are not UTF-8 read alike here, and the inspector tells them apart.
+        if "\ufffd" in self._name and sum(1 for _ in self._found()) < len(self._kernels()):
+            yield self._refusal()
+            return
         is_found = False
         for kernel, found in zip(self._kernels(), self._found()):
             is_found = True
             for item in found["matches"]:
                 if self._is_wanted(item):
                     yield from VariableBits(kernel, item, found["matches"]).lines()
-        if not is_found:  # a name that is not UTF-8, or one that has the form of a location
-            yield f'The bits of "{self._name}" cannot be looked up by its name.'
+        if not is_found:  # a name that has the form of a location
+            yield self._refusal()
+
+    def _refusal(self):
+        return f'The bits of "{self._name}" cannot be looked up by its name.'
 
     def _kernels(self):
         return [
