@@ -172,14 +172,22 @@ TEST(FileComparisonLimitsTest, DoesNotHoldTheKernelsOfOverlappingSections) {
   EXPECT_LT(found.result.after.kernels, 10'000U);
 }
 
-TEST(FileComparisonLimitsTest, DoesNotCompareTheBytesOfOverlappingSections) {
-  const auto file = [](char last) {
+// Of two files with so many sections that all have the same bytes.
+Compared comparedSharingBytes(std::uint32_t sections) {
+  const auto file = [sections](char last) {
+    const std::uint64_t position = FileHeader::encodedSize + 24 * std::uint64_t{sections};
     std::string table;
-    const std::string bytes = std::string(10'000, 'x') + last;
-    for (int i = 0; i < 50; ++i) table += entry(SectionKind::Json, 16 + 50 * 24, 10'000);
-    return header(50) + table + bytes;
+    for (std::uint32_t i = 0; i < sections; ++i) {
+      table += entry(SectionKind::Json, position, 10'000);
+    }
+    return header(sections) + table + std::string(10'000, 'x') + last;
   };
-  const Compared found = compared(file('1'), file('2'), strictest);
+  return compared(file('1'), file('2'), strictest);
+}
+
+TEST(FileComparisonLimitsTest, ComparesBytesOfSectionsUpToFourTimesTheFile) {
+  EXPECT_EQ(comparedSharingBytes(4).result.after.whyIncomplete, "");
+  const Compared found = comparedSharingBytes(5);
   EXPECT_EQ(found.result.after.whyIncomplete, "Its sections hold the same bytes again and again.");
   EXPECT_FALSE(found.result.isEqual);
 }
