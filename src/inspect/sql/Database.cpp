@@ -85,12 +85,6 @@ bool Database::close() {
   return true;
 }
 
-void Database::rollBack() {
-  if (handle_ && sqlite3_get_autocommit(handle()) == 0) {
-    sqlite3_exec(handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-  }
-}
-
 bool Database::note(int result) {
   const bool isDone = result == SQLITE_OK || result == SQLITE_ROW || result == SQLITE_DONE;
   if (!isDone && !hasFailed()) error_ = messageOf(handle(), result);

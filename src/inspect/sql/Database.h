@@ -33,9 +33,6 @@ class Database {
   /// What went wrong first, in the system's words where it was the system; empty if nothing.
   const std::string& error() const { return error_; }
 
-  /// Rolls back what was not committed, whatever went wrong.
-  void rollBack();
-
   /// Notes what a function of SQLite returned. Returns whether that was no error.
   bool note(int result);
 

@@ -112,8 +112,7 @@ Status SqlCommand::addFile(Console& console, Database& database, DatabaseRows& r
   database.execute("BEGIN IMMEDIATE");
   const bool isComplete = rows.add({path, realPath}, input->file());
   const Status status = statusOf(console, *input, isComplete);
-  if (!input->wasCut()) database.execute("COMMIT");
-  database.rollBack();
+  database.execute(input->wasCut() ? "ROLLBACK" : "COMMIT");
   if (!input->wasCut() && !database.hasFailed()) ++added_;
   return status;
 }
