@@ -354,6 +354,7 @@ TEST_F(ExplainedRunTest, NamesDoubtfulNets) {
   EXPECT_EQ(input.doubtful[0].net, "/t/k_10/i_r");
   EXPECT_EQ(input.doubtful[0].count, 2U);
   EXPECT_EQ(input.doubtful[0].firstLine, 2U);
+  EXPECT_TRUE(input.ignored.empty());
 }
 
 TEST_F(ExplainedRunTest, TellsWhatAMergeDrops) {
