@@ -389,6 +389,44 @@ TEST_F(ExplainedRunTest, TellsWhatAnInputDropsItself) {
             Texts{"variable i: a function without a source position"});
 }
 
+TEST_F(ExplainedRunTest, NamesTheFirstOfManyAndCountsTheOthers) {
+  std::string types = "k:\n";
+  std::string arguments;
+  for (int i = 0; i < 22; ++i) {
+    types += "type: foo\n";
+    arguments += "<arg name=\"a\" type=\"t" + std::to_string(i) + "\"/>";
+  }
+  const ExplainedInput ignoring = explainInput("-h", types);
+  ASSERT_EQ(ignoring.ignored.size(), 1U);
+  EXPECT_EQ(ignoring.ignored[0].count, 22U);
+  EXPECT_EQ(ignoring.ignored[0].firstLines.size(), 20U);
+
+  const ExplainedInput dropping =
+      explainInput("-k", "<project><platform><device><core><kernel name=\"k\">" + arguments +
+                             "</kernel></core></device></platform></project>");
+  ASSERT_EQ(dropping.dropped.size(), 20U + 1U);
+  EXPECT_EQ(dropping.dropped[19].name, "a");
+  EXPECT_EQ(dropping.dropped[20].name, std::nullopt);
+  EXPECT_EQ(dropping.dropped[20].count, 1U);
+
+  std::string kernels;
+  for (int i = 0; i < 100'003; ++i) kernels += std::to_string(i) + ":\n";
+  const ExplainedInput giving = explainInput("-h", kernels);
+  ASSERT_EQ(giving.gave.size(), 100'000U + 1U);
+  EXPECT_EQ(giving.gave[99'999].kernel, "99999");
+  EXPECT_EQ(giving.gave[100'000].count, 3U);
+}
+
+TEST_F(ExplainedRunTest, NamesTheFirstOfManyLosses) {
+  const std::string file = folder_.write("file", container({{SectionKind::Json, emptyJson()}}));
+  std::vector<std::string> words{"-f", file};
+  for (int i = 0; i < 103; ++i) words.insert(words.end(), {"-h", file});
+  const std::vector<Loss> losses = explainRun(words).losses;
+  ASSERT_EQ(losses.size(), 100U + 1U);
+  EXPECT_NE(losses[99].message, "and more of these");
+  EXPECT_EQ(losses[100].message, "and more of these");
+}
+
 TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {
   using LossList = std::vector<std::string>;
   const std::string whole =

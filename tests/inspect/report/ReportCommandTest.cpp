@@ -60,6 +60,14 @@ TEST(ReportCommand, ShowsAllThatIsInAFile) {
   }
 }
 
+TEST(ReportCommand, SaysThatThereAreNoInstances) {
+  const std::string none = "No kernel has an instance.";
+  EXPECT_TRUE(has(pageOf(fileHolding(u32(1) + kernelRecord("k", 0))), none));
+  const std::string page = pageOf(fileHolding(u32(1) + kernelRecord("k", 0, {"/top/k_1"})));
+  EXPECT_FALSE(has(page, none));
+  EXPECT_EQ(countIn(page, "<ul class=\"tree\">"), 1);
+}
+
 TEST(ReportCommand, HasNoStatusForWhatItShows) {
   EXPECT_EQ(report(fullContainer()).status, 0) << "unsound, but whole";
   EXPECT_TRUE(has(pageOf(fullContainer()), "<strong>Unsound</strong>"));

@@ -331,6 +331,7 @@ TEST_F(RunCommandTest, WritesTheDocumentOfExplainAndWhatCameOfIt) {
   EXPECT_EQ(done["inputs"][0]["outcome"], "used");
   EXPECT_TRUE(done["done"].GetBool());
   EXPECT_TRUE(done["reason"].IsNull());
+  EXPECT_TRUE(parsed({"--version"})["done"].GetBool());
   const auto failed = parsed({"-f", "@new", "-h", "@missing"});
   ASSERT_TRUE(failed.IsObject());
   EXPECT_FALSE(failed["done"].GetBool());

@@ -71,6 +71,16 @@ TEST_F(DatabaseRowsTest, HoldOffsetsThatAreNoIntegersAsTexts) {
             (std::vector<std::string>{"integer|9223372036854775807", "text|9223372036854775808"}));
 }
 
+TEST_F(DatabaseRowsTest, CountFromZero) {
+  const DatabaseQuery database = databaseOf(fullContainer());
+  for (const std::string table : {"section", "kernel", "instance_path", "argument", "variable",
+                                  "hardware_variable", "breakable_condition", "bram"}) {
+    EXPECT_EQ(database.row("SELECT min(position) FROM " + table), "0") << table;
+  }
+  EXPECT_EQ(database.row("SELECT min(instance), min(bit) FROM instance_bit"), "0|0");
+  EXPECT_EQ(database.row("SELECT min(bit) FROM logic_location"), "0");
+}
+
 TEST_F(DatabaseRowsTest, NameTheRegisterAfterTheLastSlash) {
   KernelRecord kernel;
   kernel.setLogicLocation("/top/a/i_r", 2, 5, 6);
