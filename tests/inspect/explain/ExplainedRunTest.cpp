@@ -297,6 +297,13 @@ TEST_F(ExplainedRunTest, NamesLineAndColumnOfAFaultyDocument) {
             "2: document not well-formed (mismatched tag), column 13");
 }
 
+TEST_F(ExplainedRunTest, CallsDwarfUsedThatHasBytes) {
+  EXPECT_EQ(explainInput("-d", "bytes").outcome, InputOutcome::Used);
+  const ExplainedInput empty = explainInput("-d", "");
+  EXPECT_EQ(empty.outcome, InputOutcome::Nothing);
+  EXPECT_TRUE(empty.gave.empty());
+}
+
 TEST_F(ExplainedRunTest, RefusesDwarfOfAPipe) {
   const NamedPipe pipe;
   pipe.write("bytes");
