@@ -215,6 +215,17 @@ TEST(VerificationTest, SurvivesEveryChangedByte) {
   }
 }
 
+TEST(VerificationTest, LooksAtEachSectionBesideOthers) {
+  const std::string name = "\xFF";
+  const std::string records = u32(1) + kernelRecord("", 0);
+  const Findings findings = findingsIn(container({{SectionKind::ProjectName, name},
+                                                  {SectionKind::ProjectName, name},
+                                                  {SectionKind::KernelRecords, records},
+                                                  {SectionKind::KernelRecords, records}}));
+  EXPECT_EQ(findings.count(FindingCode::TextNotUtf8), 2U);
+  EXPECT_EQ(findings.count(FindingCode::UnnamedKernel), 2U);
+}
+
 // Looking at each of them would take hours.
 TEST(VerificationTest, LooksOnceAtSectionsOnTheSameBytes) {
   const std::string name(1'000'000, 'n');
