@@ -120,6 +120,12 @@ TEST_F(LineTableReaderTest, DoesNotCountCodeWithoutLine) {
   EXPECT_FALSE(hasLine(tables, "k.c", 0));
 }
 
+TEST_F(LineTableReaderTest, CountsTheFirstLine) {
+  EXPECT_TRUE(hasLine(tablesOf("echo 'int f(int a) { return a; }' >src/j.c\n"
+                               "gcc -O0 -c -g src/j.c -o dwarf"),
+                      "src/j.c", 1));
+}
+
 TEST_F(LineTableReaderTest, SaysThatThereAreNoTables) {
   for (const char* const script :
        {"gcc -c -g -gsplit-dwarf src/k.c -o object.o; mv object.dwo dwarf",

@@ -121,9 +121,13 @@ TEST(ReportCommand, FoldsListsOnceThereAreManyRows) {
 }
 
 TEST(ReportCommand, CountsWhatItDoesNotName) {
-  std::string records = u32(300);
-  for (int i = 0; i < 300; ++i) records += kernelRecord("k", 0);
-  const std::string page = pageOf(fileHolding(records));
+  const auto pageWith = [](std::uint32_t kernels) {
+    std::string records = u32(kernels);
+    for (std::uint32_t i = 0; i < kernels; ++i) records += kernelRecord("k", 0);
+    return pageOf(fileHolding(records));
+  };
+  EXPECT_FALSE(has(pageWith(200), "class=\"more\""));
+  const std::string page = pageWith(300);
   EXPECT_TRUE(has(page, "and 100 more"));
   EXPECT_EQ(countIn(page, "class=\"kernel\""), 300);
   EXPECT_EQ(countIn(page, " open>"), 0) << "so many are folded";
