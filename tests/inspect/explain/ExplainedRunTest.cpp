@@ -426,12 +426,17 @@ TEST_F(ExplainedRunTest, NamesTheFirstOfManyAndCountsTheOthers) {
 
 TEST_F(ExplainedRunTest, NamesTheFirstOfManyLosses) {
   const std::string file = folder_.write("file", container({{SectionKind::Json, emptyJson()}}));
-  std::vector<std::string> words{"-f", file};
-  for (int i = 0; i < 103; ++i) words.insert(words.end(), {"-h", file});
-  const std::vector<Loss> losses = explainRun(words).losses;
-  ASSERT_EQ(losses.size(), 100U + 1U);
-  EXPECT_NE(losses[99].message, "and more of these");
-  EXPECT_EQ(losses[100].message, "and more of these");
+  const auto lossesWith = [&](int inputs) {
+    std::vector<std::string> words{"-f", file};
+    for (int i = 0; i < inputs; ++i) words.insert(words.end(), {"-h", file});
+    return explainRun(words).losses;
+  };
+  ASSERT_EQ(lossesWith(100).size(), 100U);
+  EXPECT_NE(lossesWith(100)[99].message, "and more of these");
+  for (const int inputs : {101, 103}) {
+    ASSERT_EQ(lossesWith(inputs).size(), 101U);
+    EXPECT_EQ(lossesWith(inputs)[100].message, "and more of these");
+  }
 }
 
 TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {
