@@ -72,6 +72,28 @@ TEST(CoverageLossesTest, MatchesKernelsOfOneNameInTheirOrder) {
             (Losses{"/a 1 gone", "/b 1 gone"}));
 }
 
+// Each of these has a long text that would be told again with two thousand others.
+TEST(CoverageLossesTest, LeavesOutKernelsOfWhichTooMuchWouldBeTold) {
+  const std::string text(100'000, 'x');
+  KernelRecord path;
+  KernelRecord name;
+  KernelRecord variable;
+  path.addInstancePath(text);
+  name.addInstancePath("/a");
+  name.name = text;
+  variable.addVariable(text, "r", "int");
+  for (int i = 0; i < 2000; ++i) {
+    path.addVariable(std::to_string(i), "r", "int");
+    name.addVariable(std::to_string(i), "r", "int");
+    variable.addInstancePath(std::to_string(i));
+  }
+  for (const KernelRecord& kernel : {path, name, variable}) {
+    const std::string bytes = fileOf({kernel});
+    const auto file = consolidated::File::fromBytes(bytes);
+    EXPECT_EQ(CoverageLosses(*file, *file).report([](const auto&) {}).notCompared, 1U);
+  }
+}
+
 TEST(CoverageLossesTest, TakesLinearTime) {
   const auto prepare = [](std::size_t size) -> Work {
     std::vector<KernelRecord> kernels;

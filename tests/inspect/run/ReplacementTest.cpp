@@ -85,7 +85,8 @@ TEST_F(ReplacementTest, TakesANameThatNoFileHas) {
 TEST_F(ReplacementTest, KeepsModeAndAttributes) {
   const std::string path = folder_.write("file", "old");
   ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
-  const bool hasAttributes = ::setxattr(path.c_str(), "user.note", "kept", 4, 0) == 0;
+  const bool hasAttributes = ::setxattr(path.c_str(), "user.note", "kept", 4, 0) == 0 &&
+                             ::setxattr(path.c_str(), "user.empty", "", 0, 0) == 0;
   Replacement replacement = make(path);
   ASSERT_FALSE(replacement.takeName());
   EXPECT_EQ(modeOf(path), 0640U);
@@ -93,6 +94,7 @@ TEST_F(ReplacementTest, KeepsModeAndAttributes) {
   if (!hasAttributes) GTEST_SKIP() << "no extended attributes here";
   EXPECT_EQ(::getxattr(path.c_str(), "user.note", value.data(), value.size()), 4);
   EXPECT_EQ(value, "kept");
+  EXPECT_EQ(::getxattr(path.c_str(), "user.empty", nullptr, 0), 0);
 }
 
 TEST_F(ReplacementTest, LetsNobodyInWhoseRightsOnlyTheFolderGives) {
