@@ -108,6 +108,16 @@ TEST_F(ReplacementTest, LetsNobodyInWhoseRightsOnlyTheFolderGives) {
   EXPECT_EQ(modeOf(path), 0640U);
 }
 
+TEST_F(ReplacementTest, KeepsAnAccessList) {
+  if (!giveDefaultAccessList(folder_.path(""))) GTEST_SKIP() << "no access control lists here";
+  const std::string path = folder_.write("file", "old");
+  ASSERT_EQ(::removexattr(folder_.path("").c_str(), "system.posix_acl_default"), 0);
+  ASSERT_TRUE(hasAccessList(path));
+  Replacement replacement = make(path);
+  ASSERT_FALSE(replacement.takeName());
+  EXPECT_TRUE(hasAccessList(path));
+}
+
 // Writing takes the one of them from a user's file, the other one from that of root.
 TEST_F(ReplacementTest, KeepsRightsThatWritingTakesAway) {
   constexpr std::string_view name = "security.capability";
