@@ -3,6 +3,7 @@
 #include "support/MemoryFile.h"
 #include "support/TemporaryFolder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -70,6 +71,21 @@ TEST_F(OutputFileTest, LetsNobodyInWhoseRightsOnlyTheFolderGives) {
   EXPECT_EQ(modeOf(path("old")), 0640U);
   EXPECT_TRUE(write(path("new"), "text"));
   EXPECT_TRUE(hasAccessList(path("new")));
+}
+
+// Links of processes call a removed file so, and another file may have that name.
+TEST_F(OutputFileTest, WritesARemovedFileInPlace) {
+  const int removed = ::open(folder_.write("file", "").c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_EQ(::unlink(path("file").c_str()), 0);
+  folder_.write("file (deleted)", "other");
+  EXPECT_TRUE(write("/proc/self/fd/" + std::to_string(removed), "text"));
+  EXPECT_EQ(folder_.read("file (deleted)"), "other");
+
+  struct stat status {};
+
+  EXPECT_EQ(::fstat(removed, &status), 0);
+  EXPECT_EQ(status.st_size, 4);
+  ::close(removed);
 }
 
 TEST_F(OutputFileTest, LeavesTheOldFileUntilAllIsWritten) {
