@@ -55,7 +55,8 @@ TEST(ReportCommand, ShowsAllThatIsInAFile) {
   for (const std::string_view shown :
        {"<bdi>name</bdi>", "<bdi>first</bdi>", "<bdi>second</bdi>", "/top/first_1",
         "<bdi>a_r</bdi>", "int*", "0x1:2 0x3:4; ", "<bdi>reg</bdi>", "0x5:6 0x7:8", "(x == 1)",
-        "k.c:42", "<bdi>bram</bdi>", "DWARF", "json-mismatch"}) {
+        "k.c:42", "<bdi>bram</bdi>", "DWARF", "json-mismatch",
+        "<dt>Arguments and variables</dt><dd>3 <"}) {
     EXPECT_TRUE(has(page, shown)) << shown;
   }
 }
