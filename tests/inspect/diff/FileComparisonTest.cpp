@@ -239,25 +239,27 @@ TEST(FileComparisonTest, MatchesConditionsByTheirNormalForm) {
 }
 
 TEST(FileComparisonTest, MatchesOtherConditionsByKindFileAndLine) {
-  const BreakableCondition first(ConditionKind::Start, "== 1'b1 $i/bq_start");
-  for (const std::vector<BreakableCondition>& others : {{}, std::vector{first}}) {
-    const auto changes = [&](const BreakableCondition& condition) {
-      const auto fileWith = [&](const BreakableCondition& last) {
-        KernelRecord kernel = named("k");
-        for (const BreakableCondition& other : others) kernel.addBreakableCondition(other);
-        kernel.addBreakableCondition(last);
-        return fileOf({kernel});
-      };
-      return compared(fileWith(sourceLine("== 3 $i/s", 11, "k.c")), fileWith(condition)).changes;
-    };
-    EXPECT_EQ(changes(sourceLine("!= 3 $i/s", 11, "k.c")),
-              TextLines{"k: breakable_condition == 3 $i/s changed"});
-    const TextLines another{"k: breakable_condition == 3 $i/s removed",
-                            "k: breakable_condition == 3 $i/s added"};
-    EXPECT_EQ(changes(sourceLine("== 3 $i/s", 12, "k.c")), another);
-    EXPECT_EQ(changes(sourceLine("== 3 $i/s", 11, "l.c")), another);
-    EXPECT_EQ(changes({ConditionKind::Stop, "== 3 $i/s"}), another);
-  }
+  const auto edit = [](auto change) {
+    return
+        [change](auto& k) { k.breakableConditions.edit([&](auto& items) { change(items[1]); }); };
+  };
+  EXPECT_EQ(changesBy(edit([](auto& c) { c.condition = "!= 3 $i/state"; })),
+            TextLines{"k: breakable_condition == 3 $i/state changed"});
+  const TextLines another{"k: breakable_condition == 3 $i/state removed",
+                          "k: breakable_condition == 3 $i/state added"};
+  EXPECT_EQ(changesBy(edit([](auto& c) { c.line = 12; })), another);
+  EXPECT_EQ(changesBy(edit([](auto& c) { c.file = "l.c"; })), another);
+  EXPECT_EQ(changesBy(edit([](auto& c) { c = {ConditionKind::Stop, c.condition}; })), another);
+}
+
+TEST(FileComparisonTest, TellsTheFirstConditionsApartByTheirFile) {
+  const auto fileWith = [](const char* source) {
+    KernelRecord kernel = named("k");
+    kernel.addBreakableCondition(sourceLine("a", 1, source));
+    return fileOf({kernel});
+  };
+  EXPECT_EQ(compared(fileWith("k.c"), fileWith("l.c")).changes,
+            (TextLines{"k: breakable_condition a removed", "k: breakable_condition a added"}));
 }
 
 TEST(FileComparisonTest, FindsConditions) {
