@@ -8,12 +8,15 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <cstdlib>
+#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -34,6 +37,13 @@ class FileOpeningTest : public testing::Test {
     const auto kernels = file.kernels();
     const auto first = kernels.begin();
     return first == kernels.end() ? "" : std::string(first->name().view());
+  }
+
+  // A file that zeros fill up to some size.
+  std::string pathOfLong(off_t size) const {
+    const std::string path = folder_.write("long", bytes_);
+    EXPECT_EQ(truncate(path.c_str(), size), 0);
+    return path;
   }
 
   const std::string bytes_ =
@@ -59,6 +69,7 @@ TEST_F(FileOpeningTest, TellsWhyAFileCannotBeOpened) {
   const Result<File> missing = File::open(folder_.path("missing").c_str());
   ASSERT_FALSE(missing);
   EXPECT_EQ(missing.fault().code, FaultCode::CannotOpen);
+  EXPECT_EQ(missing.fault().offset, 0U);
   EXPECT_EQ(missing.fault().systemError, ENOENT);
   const Result<File> folder = File::open(folder_.path("").c_str());
   ASSERT_FALSE(folder);
@@ -134,6 +145,7 @@ TEST_F(FileOpeningTest, TellsWhyADescriptorCannotBeRead) {
   const Result<File> file = File::fromDescriptor(-1);
   ASSERT_FALSE(file);
   EXPECT_EQ(file.fault().code, FaultCode::CannotRead);
+  EXPECT_EQ(file.fault().offset, 0U);
   EXPECT_EQ(file.fault().systemError, EBADF);
 }
 
@@ -143,6 +155,38 @@ TEST_F(FileOpeningTest, BytesThatWereReadDoNotChangeWithTheFile) {
   ASSERT_EQ(truncate(path_.c_str(), 0), 0);
   EXPECT_EQ(file->bytes(), bytes_);
   EXPECT_EQ(nameOfFirst(*file), "vadd");
+}
+
+// The address space that this process takes up, in bytes.
+std::size_t addressSpace() {
+  std::size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+TEST_F(FileOpeningTest, MemoryOfWhatWasReadIsGivenBack) {
+  constexpr std::size_t size = std::size_t{64} << 20U;
+  const std::string path = pathOfLong(size);
+  const std::size_t before = addressSpace();
+  for (const Access access : {Access::Mapped, Access::Read}) {
+    EXPECT_TRUE(File::open(path.c_str(), access));
+    EXPECT_LT(addressSpace(), before + size / 2);
+  }
+}
+
+TEST_F(FileOpeningTest, TellsThatThereIsNoMemoryForTheBytes) {
+  const std::string path = pathOfLong(off_t{64} << 20U);
+  const auto openInTightMemory = [&] {
+    const rlim_t most = addressSpace() + (std::size_t{8} << 20U);
+    const rlimit limit{most, most};
+    if (setrlimit(RLIMIT_AS, &limit) != 0) std::_Exit(2);
+    const Fault fault = File::open(path.c_str(), Access::Read).fault();
+    std::_Exit(fault.code == FaultCode::OutOfMemory && !fault.section && fault.offset == 0 &&
+                       fault.systemError == 0
+                   ? 0
+                   : 1);
+  };
+  EXPECT_EXIT(openInTightMemory(), testing::ExitedWithCode(0), "");
 }
 
 // As a program does that must live on when a mapped file shrinks.
