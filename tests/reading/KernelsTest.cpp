@@ -143,6 +143,9 @@ TEST_F(RecordsShortTest, AtTheNumberOfKernelsThatCannotFit) {
   readRecords(u32(0xFFFFFFFF) + kernelRecord("a", 0) + u32(0xFFFFFFFF));
   EXPECT_EQ(names(), Names{"a"});
   EXPECT_EQ(fault(), "records-short section 0 at 40");
+  // The shortest kernel has 32 bytes, so two may have 64.
+  expectFault(u32(2) + u32(61) + std::string(60, 'x'), 4);
+  expectFault(u32(2) + u32(61) + std::string(59, 'x'), 0);
 }
 
 TEST_F(RecordsShortTest, AtTheLengthOfATextThatIsCut) {
