@@ -1,4 +1,5 @@
 #include "lmx60/FileSource.h"
+#include "support/InterruptedPipe.h"
 #include "support/NamedPipe.h"
 #include "support/PiecewisePipe.h"
 #include "support/TemporaryFolder.h"
@@ -14,6 +15,7 @@
 namespace lmx {
 namespace {
 
+using consolidator::InterruptedPipe;
 using consolidator::NamedPipe;
 using consolidator::PiecewisePipe;
 using consolidator::TemporaryFolder;
@@ -91,6 +93,12 @@ TEST(FileSourceTest, FindsANamedPipeWithoutAWriterEmpty) {
   c_file_source source(pipe.path().c_str());
   ASSERT_TRUE(source.is_open());
   EXPECT_EQ(everything(source), "");
+}
+
+TEST(FileSourceTest, ReadsOnAfterASignalAndEndsAllTheSame) {
+  const InterruptedPipe pipe("all of it");
+  c_file_source source(pipe.path().c_str());
+  EXPECT_EQ(everything(source), "all of it");
 }
 
 TEST(FileSourceTest, WaitsForTheWriterOfANamedPipe) {

@@ -2,6 +2,7 @@
 
 #include "consolidated/File.h"
 #include "support/Bytes.h"
+#include "support/InterruptedPipe.h"
 #include "support/PiecewisePipe.h"
 #include "support/TemporaryFolder.h"
 
@@ -95,6 +96,13 @@ TEST_F(FileOpeningTest, ReadsAPipeInPiecesOfAnySize) {
     ASSERT_TRUE(file);
     EXPECT_EQ(file->bytes(), bytes_);
   }
+}
+
+TEST_F(FileOpeningTest, ReadsAPipeOnAfterASignal) {
+  const consolidator::InterruptedPipe pipe(bytes_);
+  const Result<File> file = File::open(pipe.path().c_str());
+  ASSERT_TRUE(file);
+  EXPECT_EQ(file->bytes(), bytes_);
 }
 
 TEST_F(FileOpeningTest, ReadsAPipeThatIsLongerThanWhatItTakesAtATime) {

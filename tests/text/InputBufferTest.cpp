@@ -1,3 +1,4 @@
+#include "support/InterruptedPipe.h"
 #include "support/PiecewisePipe.h"
 #include "support/TemporaryFolder.h"
 #include "text/InputBuffer.h"
@@ -157,6 +158,12 @@ TEST(InputBuffer, AFileThatCannotBeOpenedHasNoBytes) {
     std::istream stream(&buffer);
     EXPECT_EQ(stream.get(), std::char_traits<char>::eof());
   }
+}
+
+TEST(InputBuffer, ReadsOnAfterASignal) {
+  const InterruptedPipe pipe("all of it");
+  InputBuffer buffer(pipe.path().c_str());
+  EXPECT_EQ(wordsOf(buffer), (Texts{"all", "of", "it"}));
 }
 
 TEST(InputBuffer, ReadsAPipeWhateverPiecesItComesIn) {
