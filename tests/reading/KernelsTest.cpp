@@ -130,6 +130,16 @@ class RecordsShortTest : public ReadingFixture {
     EXPECT_EQ(names(), Names{});
     EXPECT_EQ(fault(), "records-short section 0 at " + std::to_string(recordsStart + offset));
   }
+
+  // Two elements may fit into twice the bytes of the shortest one, so that it is their first text
+  // which is too long, but not into a byte less.
+  void expectTwoMayFit(const std::string& before, std::uint32_t leastSize,
+                       std::uint32_t firstText = 0) {
+    const std::string start = before + u32(2) + std::string(firstText, '\0');
+    const std::uint32_t rest = 2 * leastSize - firstText - 4;
+    expectFault(start + u32(rest + 1) + std::string(rest, 'x'), start.size());
+    expectFault(start + u32(rest) + std::string(rest - 1, 'x'), before.size());
+  }
 };
 
 TEST_F(RecordsShortTest, AtTheNumberOfKernelsThatIsMissing) {
@@ -143,9 +153,6 @@ TEST_F(RecordsShortTest, AtTheNumberOfKernelsThatCannotFit) {
   readRecords(u32(0xFFFFFFFF) + kernelRecord("a", 0) + u32(0xFFFFFFFF));
   EXPECT_EQ(names(), Names{"a"});
   EXPECT_EQ(fault(), "records-short section 0 at 40");
-  // The shortest kernel has 32 bytes, so two may have 64.
-  expectFault(u32(2) + u32(61) + std::string(60, 'x'), 4);
-  expectFault(u32(2) + u32(61) + std::string(59, 'x'), 0);
 }
 
 TEST_F(RecordsShortTest, AtTheLengthOfATextThatIsCut) {
@@ -174,6 +181,22 @@ TEST_F(RecordsShortTest, AtEachCountThatCannotFit) {
     expectFault(record + u32(0xFFFFFFFF) + std::string(24, '\0'), record.size());
     record += u32(0);
   }
+}
+
+TEST_F(RecordsShortTest, AtCountsWhoseShortestElementsNeedOneByteMore) {
+  expectTwoMayFit("", 32);
+  std::string record = u32(1) + text("a kernel of a long name");
+  expectTwoMayFit(record, 4);  // instance paths
+  record += u32(0) + u32(4);
+  expectTwoMayFit(record, 16);  // arguments
+  record += u32(0);
+  expectTwoMayFit(record, 16);  // variables
+  record += u32(0);
+  expectTwoMayFit(record, 8);  // hardware variables
+  record += u32(0);
+  expectTwoMayFit(record, 8, 4);  // conditions
+  record += u32(0);
+  expectTwoMayFit(record, 4);  // block RAMs
 }
 
 }  // namespace
