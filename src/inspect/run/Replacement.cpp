@@ -20,10 +20,11 @@ Refusal systemRefusal(const std::string& what, int error) {
   return {what + ": " + std::generic_category().message(error), true};
 }
 
+// A file without a name lost it to another one since it was looked up.
 std::optional<Refusal> refusalOf(const struct stat& file) {
   if (S_ISLNK(file.st_mode)) return Refusal{std::generic_category().message(ELOOP), true};
   if (!S_ISREG(file.st_mode)) return Refusal{"is no regular file"};
-  if (file.st_nlink == 1) return std::nullopt;
+  if (file.st_nlink <= 1) return std::nullopt;
   return Refusal{"has several names (hard links), of which one alone would change"};
 }
 

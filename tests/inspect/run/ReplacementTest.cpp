@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -235,18 +236,32 @@ TEST_F(ReplacementTest, LeavesWhatSomebodyIsAtWorkOn) {
   EXPECT_TRUE(fs::exists(other.path()));
 }
 
+// The name of a file may be looked up before, and its number of names be read after that.
+TEST_F(ReplacementTest, TakesNoReplacedFileForOneWithSeveralNames) {
+  const std::string path = folder_.write("file", "");
+  std::atomic<bool> isDone = false;
+  std::thread other([&] {
+    while (!isDone) fs::rename(folder_.write("other", ""), path);
+  });
+  constexpr int rounds = 2000;
+  for (int i = 0; i < rounds; ++i) EXPECT_EQ(refusalOf(path), "");
+  isDone = true;
+  other.join();
+}
+
 // Each of several processes adds a letter to what the one before left.
 TEST_F(ReplacementTest, ProcessesWaitForOneAnother) {
   const std::string path = folder_.write("file", "");
   constexpr int processes = 12;
+  const auto addLetter = [&]() noexcept {
+    Replacement replacement = make(path);
+    writeFile(replacement.path(), readFile(path) + "x");
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    EXPECT_FALSE(replacement.takeName());
+  };
   for (int i = 0; i < processes; ++i) {
     if (::fork() == 0) {
-      {
-        Replacement replacement = make(path);
-        writeFile(replacement.path(), readFile(path) + "x");
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        EXPECT_FALSE(replacement.takeName());
-      }
+      addLetter();
       ::_exit(0);
     }
   }
