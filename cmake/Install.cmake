@@ -2,8 +2,9 @@
 # policy and the shells name, below the prefix. Modes do not depend on who builds, and those of files
 # not on who installs. All of it is the component "consolidator": Packaging.cmake makes a package of it.
 
-# Debian looks for libraries in a folder of the architecture, below every prefix.
-if(CMAKE_LIBRARY_ARCHITECTURE)
+# Debian looks for libraries in a folder of the architecture, below every prefix. A folder that was
+# given without a type would be taken for one below the current folder if it were set again.
+if(CMAKE_LIBRARY_ARCHITECTURE AND NOT DEFINED CMAKE_INSTALL_LIBDIR)
   set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Folder of libraries")
 endif()
 include(GNUInstallDirs)
