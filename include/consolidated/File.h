@@ -27,9 +27,11 @@ enum class Access {
 
 /// A consolidated file that is open for reading: its header, its table, and views of what it holds.
 ///
-/// Opening looks at the header only. An open file is const and keeps no state, so any number of
-/// threads may use it at a time. Views refer to the bytes and hold as long as the file is open,
-/// even if the object is moved.
+/// Opening a mapped file looks at the header only. An open file is const and keeps no state, so any
+/// number of threads may use it at a time. Views refer to the bytes and hold as long as the file is
+/// open, even if the object is moved: keep it in a variable, since `open(path)->kernels()` alone
+/// closes the file before the first kernel is looked at. A file that was moved from may only be
+/// assigned to or destroyed; moving to a file that is open exchanges the two.
 ///
 /// Project and kernels are what `consolidator` itself reads when it adds to the file: section by
 /// section in the order of the table, up to the first fault.
@@ -41,7 +43,7 @@ class File {
                                                           Access access = Access::Mapped) noexcept;
 
   /// Takes the bytes that an open descriptor has from its position on; it stays open, and the
-  /// caller's. Faults as open().
+  /// caller's. Reading leaves the position at the end, mapping where it was. Faults as open().
   [[gnu::visibility("default")]] static Result<File> fromDescriptor(
       int descriptor, Access access = Access::Mapped) noexcept;
 
@@ -68,8 +70,8 @@ class File {
   /// The section table, as far as it is there.
   [[gnu::visibility("default")]] Sections sections() const noexcept;
 
-  /// The bytes of a section, from its offset cut to signed 32 bits on and as many as its clamped
-  /// size says; none unless all of them are there.
+  /// The bytes of a section of this file, from its offset cut to signed 32 bits on and as many as
+  /// its clamped size says; none unless all of them are there.
   [[gnu::visibility("default")]] std::optional<Text> bytesOf(const Section& section) const noexcept;
 
   /// The bytes of the first section of that kind, as `consolidator` dumps them, whatever is wrong
@@ -88,18 +90,19 @@ class File {
   /// All kernels up to the first fault, in all sections of kernel records.
   [[gnu::visibility("default")]] Kernels kernels() const noexcept;
 
-  /// The kernels of one section up to its first fault, as if it were the only section; none in a
-  /// section of another kind.
+  /// The kernels of one section of this file up to its first fault, as if it were the only section;
+  /// none in a section of another kind.
   [[gnu::visibility("default")]] Kernels kernels(const Section& section) const noexcept;
 
   /// The first kernel of that name, if there is one. Walks the records up to it.
   [[gnu::visibility("default")]] std::optional<Kernel> findKernel(
       std::string_view name) const noexcept;
 
-  /// Where the reading of the file ends early, or none. Walks all records, each time.
+  /// Where `consolidator` would end the reading of the file early, or none. The JSON text is not
+  /// looked at, since it makes that anew; see json(). Walks all records, each time.
   [[gnu::visibility("default")]] std::optional<Fault> fault() const noexcept;
 
-  /// Whether all of the file can be read. Walks all records, each time.
+  /// Whether there is no fault(). Walks all records, each time.
   bool complete() const noexcept { return !fault().has_value(); }
 
  private:
