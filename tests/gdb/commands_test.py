@@ -147,6 +147,10 @@ class AnswersTest(CommandsTest):
         self.assertEqual(self.asked(self.consolidate("file"), "info kernels"),
                          TABLE + VADD + SCALE + FIR)
 
+    def test_finds_variables_of_kernels_whose_name_has_colons(self):
+        name = self.write("file", container(kernel(b"a::b", [], [variable(b"x", b"r")])))
+        self.assertIn('Kernel "a::b", argument x: ', self.asked(name, "info kernel-bits a::b::x"))
+
     def test_lists_kernels_that_match(self):
         name = self.consolidate("file")
         self.assertEqual(self.asked(name, "info kernels a"), TABLE + VADD + SCALE)
@@ -263,7 +267,8 @@ Kernel "k" is at line 7 of "src/k.c" when:
 Kernel "l" is at line 7 of "src/k.c" when:
   == $i/s && $i/t $i (it has no instances)
 """
-        for file in "src/k.c", "k.c", "/home/user/src/k.c", "./src//k.c":
+        for file in ("src/k.c", "k.c", "/home/user/src/k.c", "./src//k.c", "../src/k.c",
+                     "src/below/../k.c"):
             self.assertEqual(self.asked(name, f"info kernel-conditions {file}:7"), expected)
         for file in "other/k.c", "c", "/":
             self.assertEqual(self.asked(name, f"info kernel-conditions {file}:07"),
@@ -335,6 +340,35 @@ class OpeningTest(CommandsTest):
             printed = self.gdb(opening, words, opening, "info line scale")
             self.assertIn("starts at", printed)
 
+    def test_removes_symbols_where_the_folder_of_temporary_files_is_a_link(self):
+        name = self.consolidate("file", "-d", self.compile())
+        (self.folder / "link").symlink_to(self.temporary)
+        printed = self.gdb(f"python import os; os.environ['TMPDIR'] = '{self.folder}/link'",
+                           f"consolidated-file {name}", "consolidated-file", "info line scale")
+        self.assertNotIn("starts at", printed)
+
+    def test_removes_symbols_of_another_inferior(self):
+        name = self.consolidate("file", "-d", self.compile())
+        printed = self.gdb(f"consolidated-file {name}", "add-inferior", "inferior 2",
+                           "consolidated-file", "python print(gdb.selected_inferior().num)",
+                           "inferior 1", "info line scale")
+        self.assertIn("No consolidated file now.\n2\n", printed)
+        self.assertNotIn("starts at", printed)
+
+    def test_keeps_the_file_when_the_commands_are_sourced_again(self):
+        name = self.consolidate("file")
+        source = PROJECT / "share/gdb/python/gdb/command/consolidated_file.py"
+        self.assertEqual(self.asked(name, f"source {source}", "info kernels f"), TABLE + FIR)
+
+    def test_warns_of_dwarf_that_gdb_cannot_read(self):
+        dwarf = self.compile()
+        rubbish = self.write("rubbish", b"\xff" * 4096)
+        subprocess.run(["objcopy", "--update-section", f".debug_info={rubbish}", dwarf],
+                       cwd=self.folder, check=True)
+        name = self.consolidate("file", "-d", dwarf)
+        self.assertRegex(self.gdb(f"consolidated-file {name}"),
+                         "\nwarning: (?i:dwarf error): .*file.*\n$")
+
     def test_keeps_a_copy_of_the_dwarf_while_the_file_is_open(self):
         name = self.consolidate("file", "-d", self.compile())
         opening = f"consolidated-file {name}"
@@ -403,6 +437,14 @@ class OpeningTest(CommandsTest):
         self.assertEqual(printed, "`file' has changed; reading it again.\n"
                          + WITHOUT_DWARF.format("file") + new + new)
 
+    def test_reads_a_file_again_from_where_it_was_opened(self):
+        name = self.consolidate("file")
+        (self.folder / "below").mkdir()
+        self.write("below/file", container(kernel(b"other", [])))
+        printed = self.asked(name, "cd below", "shell /usr/bin/touch ../file", "info kernels f")
+        self.assertEqual(printed.partition("`file' has changed")[2], "; reading it again.\n"
+                         + WITHOUT_DWARF.format("file") + TABLE + FIR)
+
     def test_keeps_a_file_that_is_gone(self):
         name = self.consolidate("file")
         self.assertEqual(self.asked(name, "shell /bin/rm file", "info kernels f"), TABLE + FIR)
@@ -430,6 +472,9 @@ class RefusalTest(CommandsTest):
             f"info kernel-conditions k.c:{'1' * 5000}":
                 f'"k.c:{"1" * 5000}" is not of the form FILE:LINE.',
             "info kernels [": "Invalid regexp: unterminated character set at position 0.",
+            "info kernels [[:alpha:]]": "Invalid regexp: Possible nested set at position 1.",
+            "info kernels a{99999999999999999999}":
+                "Invalid regexp: the repetition number is too large.",
         }.items():
             self.assertEqual(self.asked(name, command), message + "\n")
 
@@ -461,11 +506,31 @@ class RefusalTest(CommandsTest):
                 "is of a version that writes no consolidator-inspect/1.",
             "echo '{\"format\":\"consolidator-inspect/1\",\"kernels\":['":
                 "gives no answer: .*",
+            "echo '{\"format\":\"consolidator-inspect/2\",\"kernels\":[{}]}'":
+                "is of a version that writes no consolidator-inspect/1.",
+            "echo '{\"format\":\"consolidator-inspect/1\",\"kernels\":[]}'":
+                "is of a version that writes no consolidator-inspect/1.",
+            "echo '[]'": "gives no answer: it is no object.",
             "kill -9 $$": "gives no answer: .*",
         }.items():
             self.replace_inspector(script)
             self.assertRegex(self.gdb(f"consolidated-file {name}", "info kernels"),
                              f"^{READING.format(name)}consolidator-inspect {message}\n{NO_FILE}$")
+
+    def test_says_when_the_inspector_ends_without_the_dwarf(self):
+        name = self.consolidate("file", "-d", "kernels.c")
+        self.replace_inspector(f'case $1 in extract) kill -9 $$ ;; esac; exec {INSPECTOR} "$@"')
+        self.assertIn("warning: file: its DWARF gives no symbols: "
+                      "consolidator-inspect ended with status -9.\n",
+                      self.gdb(f"consolidated-file {name}"))
+
+    def test_says_when_there_is_no_folder_for_temporary_files(self):
+        name = self.consolidate("file")
+        printed = self.asked(name, "python import tempfile; tempfile.tempdir = '/nowhere'",
+                             "info kernel-bits product", f"consolidated-file {name}")
+        self.assertEqual(printed, "There is no temporary file: No such file or directory.\n"
+                         + READING.format(name)
+                         + "There is no temporary file: No such file or directory.\n")
 
 
 class TerminalTest(CommandsTest):

@@ -9,7 +9,7 @@ import unittest
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(PROJECT / "share/gdb/python"))
 
-from consolidated_file.kernel_document import KernelDocument
+from consolidated_file_gdb.kernel_document import KernelDocument
 
 # A name that could be mistaken for what ends a list.
 NAME = '],"breakable_conditions":[}],"kernels":['

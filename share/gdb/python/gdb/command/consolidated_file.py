@@ -5,10 +5,10 @@ import os
 import sys
 
 # The package is two folders up, where GDB looks if it has imported this file by itself.
-folder = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-if folder not in sys.path:
-    sys.path.append(folder)
+_folder = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+if _folder not in sys.path:
+    sys.path.append(_folder)
 
-import consolidated_file
+import consolidated_file_gdb
 
-consolidated_file.register_commands()
+consolidated_file_gdb.register_commands()

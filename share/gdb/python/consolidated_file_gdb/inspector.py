@@ -1,5 +1,6 @@
 """Questions to consolidator-inspect, which alone reads consolidated files and knows their rules."""
 
+import os
 import subprocess
 import tempfile
 
@@ -32,6 +33,8 @@ class Inspector:
             _, messages = process.communicate()
         if process.returncode == 2:
             raise InspectorError("; ".join(self._named(messages)))
+        if process.returncode not in (0, 1) or not os.path.exists(target):
+            raise InspectorError(f"{PROGRAM} ended with status {process.returncode}.")
 
     def _ask(self, document_format, *words):
         return Answer(document_format, words, self._named)
@@ -55,7 +58,7 @@ class Answer:
 
     def kernels(self):
         """Yields the kernels of the document."""
-        with tempfile.TemporaryFile("w+", encoding="utf-8") as messages:
+        with _text_file() as messages:
             with _started(self._words, messages) as process:
                 document = KernelDocument(process.stdout)
                 try:
@@ -67,11 +70,22 @@ class Answer:
         self.members = document.members
         self._check()
 
+    def wrong_version(self):
+        """The error that another document than the one asked for has come."""
+        return InspectorError(f"{PROGRAM} is of a version that writes no {self._format}.")
+
     def _check(self):
         if self.members.get("format") != self._format:
-            raise InspectorError(f"{PROGRAM} is of a version that writes no {self._format}.")
+            raise self.wrong_version()
         if "error" in self.members:
             raise InspectorError("; ".join(self.messages))
+
+
+def _text_file():
+    try:
+        return tempfile.TemporaryFile("w+", encoding="utf-8", errors="replace")
+    except OSError as error:
+        raise InspectorError(f"There is no temporary file: {error.strerror}.") from None
 
 
 def _started(words, messages):
@@ -82,6 +96,7 @@ def _started(words, messages):
             stdout=subprocess.PIPE,
             stderr=messages,
             encoding="utf-8",
+            errors="replace",
         )
     except OSError as error:
         raise InspectorError(f"{PROGRAM} cannot be run: {error.strerror}.") from None

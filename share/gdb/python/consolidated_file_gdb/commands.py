@@ -1,6 +1,7 @@
 """The commands, with their help and completion."""
 
 import re
+import warnings
 
 import gdb
 
@@ -81,7 +82,7 @@ class InfoKernelsCommand(InfoCommand):
     Usage: info kernels [REGEXP]
 
     For each kernel its type is shown, and how many instances, arguments, variables
-    and conditions it has."""
+    and conditions it has.  REGEXP is one of Python."""
 
     def __init__(self, session):
         super().__init__("kernels", session)
@@ -90,8 +91,10 @@ class InfoKernelsCommand(InfoCommand):
         from .reports import kernel_table
 
         try:
-            wanted = re.compile(pattern)
-        except re.error as error:
+            with warnings.catch_warnings():
+                warnings.simplefilter("error")  # such as of classes that Python may know one day
+                wanted = re.compile(pattern)
+        except (re.error, OverflowError, RecursionError, Warning) as error:
             raise refusal(f"Invalid regexp: {error}.") from None
         kernels = [kernel for kernel in opened.kernels if wanted.search(kernel.name)]
         if not kernels:

@@ -3,9 +3,12 @@
 Every session of GDB imports this package, so what it takes to open a file is imported only then.
 """
 
+import functools
 
+
+@functools.cache
 def register_commands():
-    """Adds the commands to GDB."""
+    """Adds the commands to GDB, once: whoever sources them again keeps the file that is open."""
     from .commands import (
         ConsolidatedFileCommand,
         InfoKernelBitsCommand,

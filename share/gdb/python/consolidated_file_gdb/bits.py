@@ -1,5 +1,6 @@
 """Where the bits of a variable are."""
 
+import re
 from collections import defaultdict
 
 from .opened_file import Variable
@@ -17,11 +18,10 @@ class BitsQuery:
     @classmethod
     def parse(cls, text, opened):
         """Of a text [KERNEL::]VARIABLE; None if the file has no such variable."""
-        kernel_name, _, name = text.partition("::")
-        for query in cls(opened, None, text), cls(opened, kernel_name, name):
-            if query._kernels():
-                return query
-        return None
+        queries = [cls(opened, None, text)]
+        for mark in re.finditer("(?=::)", text):
+            queries.append(cls(opened, text[: mark.start()], text[mark.start() + 2 :]))
+        return next((query for query in queries if query._kernels()), None)
 
     def lines(self):
         """Yields the lines that show the bits, which the inspector finds."""

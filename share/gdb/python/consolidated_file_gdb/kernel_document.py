@@ -30,6 +30,8 @@ class KernelDocument:
         head = self._take_through(self._LIST)
         if head is None:
             self.members = json.loads(self._text)
+            if not isinstance(self.members, dict):
+                raise ValueError("it is no object")
             return
         while not self._skip("]"):
             self._skip(",")

@@ -14,8 +14,10 @@ class Session:
         """Opens a file in place of the one before, which stays if that fails."""
         from .opened_file import OpenedFile
 
-        opened = OpenedFile(name)
-        say(f"Reading kernels from {name}...")
+        self._use(OpenedFile(name))
+
+    def _use(self, opened):
+        say(f"Reading kernels from {opened.name}...")
         opened.read()
         self.close()
         self.known = opened
@@ -36,7 +38,7 @@ class Session:
             raise refusal('No consolidated file is open.  Use the "consolidated-file" command.')
         if self.known.has_changed():
             say(f"`{self.known.name}' has changed; reading it again.")
-            self.open(self.known.name)
+            self._use(self.known.again())
         return self.known
 
     def _read_symbols(self):
@@ -44,6 +46,7 @@ class Session:
 
         if self.known.has_dwarf:
             say(f"Reading symbols from the DWARF in {self.known.name}...")
-            self._symbols = Symbols(self.known)
+            self._symbols = Symbols()
+            self._symbols.load(self.known)
         else:
             say(f"(No DWARF found in {self.known.name})")

@@ -92,16 +92,17 @@ class Kernel:
 
 
 def _components(path):
-    return [component for component in path.split("/") if component not in ("", ".")]
+    return [part for part in os.path.normpath(path).split("/") if part not in ("", ".", "..")]
 
 
 class OpenedFile:
     """The kernels of a file, and whom to ask for more."""
 
-    def __init__(self, name):
-        """Finds the file. Raises InspectorError if that is not possible."""
+    def __init__(self, name, path=None):
+        """Finds the file, which may have an absolute path already. Raises InspectorError if that is
+        not possible."""
         self.name = name
-        self._path = os.path.abspath(os.path.expanduser(name))
+        self._path = path or os.path.abspath(os.path.expanduser(name))
         self._identity = self._identify()
         self.inspector = Inspector(name, self._path)
         self.kernels = []
@@ -111,11 +112,20 @@ class OpenedFile:
     def read(self):
         """Reads the file. Raises InspectorError if it is no consolidated file."""
         answer = self.inspector.everything()
-        self.kernels = [Kernel.of(item) for item in answer.kernels()]
+        try:
+            self.kernels = [Kernel.of(item) for item in answer.kernels()]
+            self.has_dwarf = answer.members["dwarf"] is not None
+            is_complete = answer.members["complete"]
+        except (KeyError, TypeError):
+            raise answer.wrong_version() from None
         self.warnings = list(answer.messages)
-        self.has_dwarf = answer.members["dwarf"] is not None
-        if not answer.members["complete"]:
+        if not is_complete:
             self.warnings.append(f"{self.name}: not complete; there may have been more kernels")
+
+    def again(self):
+        """What has its name by now, wherever GDB's current folder is. Raises InspectorError if that
+        is nothing."""
+        return OpenedFile(self.name, self._path)
 
     def has_changed(self):
         """Whether another file has that name by now."""
