@@ -511,6 +511,7 @@ class RefusalTest(CommandsTest):
             "echo '{\"format\":\"consolidator-inspect/1\",\"kernels\":[]}'":
                 "is of a version that writes no consolidator-inspect/1.",
             "echo '[]'": "gives no answer: it is no object.",
+            "echo '[{\"kernels\":[]}]'": "gives no answer: it is no object.",
             "kill -9 $$": "gives no answer: .*",
         }.items():
             self.replace_inspector(script)

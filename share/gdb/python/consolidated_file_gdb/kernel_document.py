@@ -29,14 +29,12 @@ class KernelDocument:
         """Yields the kernels. After the last one, `members` has all of the document but them."""
         head = self._take_through(self._LIST)
         if head is None:
-            self.members = json.loads(self._text)
-            if not isinstance(self.members, dict):
-                raise ValueError("it is no object")
+            self.members = _object(self._text)
             return
         while not self._skip("]"):
             self._skip(",")
             yield self._take_kernel()
-        self.members = json.loads(f"{head}]{self._text[self._position :]}{self._stream.read()}")
+        self.members = _object(f"{head}]{self._text[self._position :]}{self._stream.read()}")
 
     def _take_kernel(self):
         if not self._skip("{"):
@@ -92,3 +90,10 @@ class KernelDocument:
         more = self._stream.read(max(len(self._text), self._BLOCK))
         self._text += more
         return bool(more)
+
+
+def _object(text):
+    members = json.loads(text)
+    if not isinstance(members, dict):
+        raise ValueError("it is no object")
+    return members
