@@ -1,6 +1,9 @@
 #include "inspect/output/JsonDocument.h"
 
+#include "inspect/output/PlainText.h"
 #include "inspect/output/Utf8.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -16,11 +19,14 @@ constexpr std::uint64_t largestExact = (std::uint64_t{1} << 53U) - 1;
 constexpr std::size_t longestNumber = std::string_view("4294967295").size();
 constexpr std::size_t longestPair = std::string_view(",[4294967295,4294967295]").size();
 
-// Whether a character cannot stand in a text as it is, or may not be one.
+// Whether a byte may begin what cannot stand in a text as it is.
 bool isSpecial(char c) {
   const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || byte >= 0x80 || c == '"' || c == '\\';
+  return byte < 0x20 || byte >= 0x7F || c == '"' || c == '\\';
 }
+
+// Whether a character is written as it is. Those that no terminal should get are not.
+bool isPlain(char32_t c) { return c != U'"' && c != U'\\' && isShowable(c); }
 
 }  // namespace
 
@@ -73,10 +79,10 @@ bool JsonDocument::writeCharacters(std::string_view text) {
     if (!sequence.isWellFormed) {
       out_->write(replacementCharacter);
       isWellFormed = false;
-    } else if (isSpecial(next[0]) && sequence.size == 1) {
-      writeEscaped(next[0]);
-    } else {
+    } else if (isPlain(sequence.codePoint)) {
       out_->write(next.substr(0, sequence.size));
+    } else {
+      writeEscaped(sequence.codePoint);
     }
     text.remove_prefix(sequence.size);
   }
@@ -93,18 +99,25 @@ std::size_t JsonDocument::writePlain(std::string_view text) {
   return size;
 }
 
-void JsonDocument::writeEscaped(char c) {
-  constexpr std::string_view named = "\"\\\b\f\n\r\t";
+void JsonDocument::writeEscaped(char32_t c) {
+  constexpr std::u32string_view named = U"\"\\\b\f\n\r\t";
   constexpr std::string_view letters = "\"\\bfnrt";
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  out_->put('\\');
-  if (const std::size_t i = named.find(c); i != std::string_view::npos) {
+  constexpr char32_t largestUnit = 0xFFFF;
+  if (const std::size_t i = named.find(c); i != std::u32string_view::npos) {
+    out_->put('\\');
     out_->put(letters[i]);
-    return;
+  } else if (c <= largestUnit) {
+    writeUnit(c);
+  } else {
+    const char32_t rest = c - largestUnit - 1;
+    writeUnit(0xD800 + (rest >> 10U));
+    writeUnit(0xDC00 + (rest & 0x3FFU));
   }
-  out_->write("u00");
-  out_->put(digits[static_cast<unsigned char>(c) >> 4U]);
-  out_->put(digits[static_cast<unsigned char>(c) & 0xFU]);
+}
+
+// A unit of UTF-16, by its number.
+void JsonDocument::writeUnit(char32_t unit) {
+  out_->write(fmt::format("\\u{:04X}", static_cast<unsigned>(unit)));
 }
 
 JsonDocument& JsonDocument::value(std::uint32_t number) {

@@ -78,7 +78,8 @@ class JsonDocument {
 
   bool writeCharacters(std::string_view text);
   std::size_t writePlain(std::string_view text);
-  void writeEscaped(char c);
+  void writeEscaped(char32_t c);
+  void writeUnit(char32_t unit);
   void writeCompact(const consolidated::Locations& locations);
 
   template <typename Write>

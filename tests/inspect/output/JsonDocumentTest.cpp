@@ -1,4 +1,5 @@
 #include "inspect/output/JsonDocument.h"
+#include "inspect/output/PlainText.h"
 #include "inspect/output/Utf8.h"
 #include "support/Bytes.h"
 #include "support/MemoryFile.h"
@@ -79,19 +80,34 @@ TEST(JsonDocument, WritesNumbersAboveTheExactOnesAsTexts) {
 }
 
 TEST(JsonDocument, EscapesEachAsciiCharacterAsItMust) {
-  for (int c = 0; c < 0x80; ++c) {
+  for (int c = 0; c < 0x7F; ++c) {
     const std::string text = {'<', static_cast<char>(c), '>'};
     EXPECT_EQ(documentOfText(text), byRapidJson(text)) << c;
   }
 }
 
-TEST(JsonDocument, WritesAnyBytesAsAPlainWriterWritesThemMended) {
+TEST(JsonDocument, EscapesWhatNoTerminalShouldGet) {
+  EXPECT_EQ(documentOfText("\x7F"), "\"\\u007F\"\n");
+  EXPECT_EQ(documentOfText("\xC2\x9B"), "\"\\u009B\"\n");
+  EXPECT_EQ(documentOfText("\xE2\x80\xAE"), "\"\\u202E\"\n");
+  EXPECT_EQ(documentOfText("\xF3\xA0\x81\x81"), "\"\\uDB40\\uDC41\"\n");
+  EXPECT_EQ(documentOfText("\xC2\xA0\xF0\x9F\x98\x80"), "\"\xC2\xA0\xF0\x9F\x98\x80\"\n");
+}
+
+TEST(JsonDocument, WritesAnyBytesMendedAndShowable) {
   std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same each time
-  constexpr std::string_view bytes = "ab\"\\\n\x01\x7F\x80\xBF\xC3\xE2\x82\xAC\xF0\x9F\x98\xFF";
+  constexpr std::string_view bytes =
+      "ab\"\\\n\x01\x7F\x80\x81\xA0\xAE\xBF\xC2\xC3\xE2\x82\xAC\xF0\xF3\x9F\x98\xFF";
   for (int round = 0; round < 5000; ++round) {
     std::string text;
     for (auto size = random() % 40; size > 0; --size) text += bytes[random() % bytes.size()];
-    EXPECT_EQ(documentOfText(text), byRapidJson(text));
+    std::string written = documentOfText(text);
+    rapidjson::Document read;
+    read.Parse(written.data(), written.size());
+    ASSERT_TRUE(read.IsString());
+    EXPECT_EQ(std::string(read.GetString(), read.GetStringLength()), wellFormed(text));
+    written.pop_back();
+    EXPECT_EQ(plain(written), written);
   }
 }
 
