@@ -6,12 +6,14 @@
 #include "inspect/explain/ExplainObserver.h"
 #include "inspect/explain/Progress.h"
 #include "inspect/explain/UntouchedFiles.h"
+#include "inspect/records/ConsolidatedInput.h"
 
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <system_error>
+#include <variant>
 
 namespace consolidator::inspect {
 
@@ -43,6 +45,18 @@ std::string reasonUnread(const Explanation& explanation, const ConsolidatorOptio
   return "the run dumps a section";
 }
 
+// Those of a file that the run itself does not read.
+std::vector<consolidated::Section> sectionsOf(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path place = std::filesystem::path(".") / path;  // "-" is a name here
+  if (!std::filesystem::is_regular_file(place, error)) return {};
+  const auto opened = ConsolidatedInput::open(place.string());
+  const auto* const input = std::get_if<ConsolidatedInput>(&opened);
+  if (input == nullptr) return {};
+  const consolidated::Sections sections = input->file().sections();
+  return {sections.begin(), sections.end()};
+}
+
 // Runs with options that were understood.
 void run(Explanation& explanation, const ToolLine& line, ObservedFiles& files) {
   const ConsolidatorOptions& options = line.options();
@@ -53,6 +67,7 @@ void run(Explanation& explanation, const ToolLine& line, ObservedFiles& files) {
   explanation.status = runAndReport(options, file);
   explanation.out = files.dumpedOut();
   explanation.err = files.dumpedErr();
+  if (explanation.before.empty()) explanation.before = sectionsOf(options.consolidatedFilePath());
   // A dump saves nothing, even one without a name that reads inputs.
   if (options.dumpRequested() || !files.isOpened()) explanation.after = explanation.before;
   if (explanation.status == 0 && options.dumpRequested() && dumpsOverItself(line)) {

@@ -455,6 +455,27 @@ TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {
   EXPECT_TRUE(explanation_.after.empty());
 }
 
+TEST_F(ExplainedRunTest, TellsTheSectionsOfAFileThatTheRunDoesNotRead) {
+  using Kinds = std::vector<consolidated::SectionKind>;
+  const std::string file = folder_.write("file", container({{SectionKind::ProjectName, "name"}}));
+  const auto kinds = [](const std::vector<consolidated::Section>& sections) {
+    Kinds found;
+    for (const consolidated::Section& section : sections) found.push_back(section.kind);
+    return found;
+  };
+  const Kinds stored{consolidated::SectionKind::ProjectName};
+  for (const std::string option : {"--version", "--project=p"}) {  // the latter has no inputs
+    const Explanation unread = explainRun({option, "-f", file});
+    EXPECT_EQ(kinds(unread.before), stored) << option;
+    EXPECT_EQ(kinds(unread.after), stored) << option;
+  }
+  const Explanation created = explainRun({"-c", "-f", file, "-h", folder_.path("missing")});
+  EXPECT_EQ(kinds(created.before), stored);
+  EXPECT_EQ(kinds(created.after), Kinds{consolidated::SectionKind::Json});
+  folder_.write("file", "no consolidated file");
+  EXPECT_EQ(kinds(explainRun({"--version", "-f", file}).before), Kinds());
+}
+
 TEST_F(ExplainedRunTest, TellsWhatASaveDoesToConditions) {
   const auto saved = [&](const std::string& conditions) {
     const std::string record =
