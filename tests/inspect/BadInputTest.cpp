@@ -1,4 +1,5 @@
 #include "inspect/InspectRun.h"
+#include "inspect/output/PlainText.h"
 #include "support/Bytes.h"
 #include "support/FullContainer.h"
 #include "support/TemporaryFolder.h"
@@ -30,10 +31,9 @@ class BadInputTest : public testing::Test {
   TemporaryFolder folder_;
 };
 
-bool isPlain(std::string_view text) {
-  return std::none_of(text.begin(), text.end(), [](char c) {
-    return c != '\n' && (static_cast<unsigned char>(c) < 0x20 || c == 0x7F);
-  });
+bool isPlain(std::string lines) {
+  std::erase(lines, '\n');
+  return plain(lines) == lines;
 }
 
 const std::vector<std::string> commands{"show file", "json file", "find file first", "verify file",
@@ -58,6 +58,26 @@ TEST_F(BadInputTest, RefusesWhatIsNoConsolidatedFile) {
   }
 }
 
+TEST_F(BadInputTest, SaysWhyNotAllOfAFileIsShown) {
+  folder_.write("cut", container({{SectionKind::Json, emptyJson()},
+                                  {SectionKind::KernelRecords, u32(2) + kernelRecord("k", 4)}}));
+  const std::string why =
+      said("cut: not complete: The kernel records go beyond the end of the file.");
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{"json", "cut"},
+                                             {"show", "--kernel", "k", "cut"},
+                                             {"find", "cut", "k"},
+                                             {"extract", "cut", "json", "-o", "-"},
+                                             {"coverage", "cut"},
+                                             {"report", "cut", "-o", "page"},
+                                             {"sql", "cut", "-o", "base"}}) {
+    const Outcome outcome = run(words);
+    EXPECT_EQ(outcome.status, 1) << words[0];
+    EXPECT_EQ(outcome.err, why) << words[0];
+  }
+  EXPECT_EQ(run({"show", "cut"}).err, "");  // its answer says so
+}
+
 TEST_F(BadInputTest, LooksAtAHugeSparseFileAtOnce) {
   folder_.write("huge", header(1) + entry(SectionKind::Dwarf, 40, 5));
   const Outcome outcome = runScript("truncate -s 1T huge && $INSPECT show huge");
@@ -78,7 +98,7 @@ TEST_F(BadInputTest, ReadsPipes) {
 }
 
 TEST_F(BadInputTest, NeverShowsNamesRaw) {
-  const std::string evil = "a\x1B[31m\nb\xFF\xC2\x9B";
+  const std::string evil = "a\x1B[31m\nb\xFF\xC2\x9B\x7F\xE2\x80\xAE";
   folder_.write(evil,
                 container({{SectionKind::ProjectName, evil},
                            {SectionKind::KernelRecords, u32(1) + kernelRecord(evil, 4, {evil})}}));

@@ -51,6 +51,17 @@ bool Command::isInput(Console& console, const std::string& output, const std::st
   return true;
 }
 
+void Command::sayIncomplete(Console& console, const ConsolidatedInput& input,
+                            std::string_view why) {
+  if (why.empty() || input.wasCut()) return;
+  console.messages.say(fmt::format("{}: not complete: {}", plain(input.path()), why));
+}
+
+void Command::sayIncomplete(Console& console, const ConsolidatedInput& input,
+                            const std::optional<consolidated::Fault>& fault) {
+  if (fault) sayIncomplete(console, input, fault->sentence());
+}
+
 Status Command::statusOf(Console& console, const ConsolidatedInput& input, bool isComplete) {
   if (input.wasCut()) {
     console.messages.say(fmt::format("{}: cut while it was read", plain(input.path())));

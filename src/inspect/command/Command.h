@@ -55,6 +55,14 @@ class Command {
   /// Whether an output, which may be "-", would replace the file that is read. Says so.
   static bool isInput(Console& console, const std::string& output, const std::string& path);
 
+  /// Says that not all of a file could be read, and why, a sentence; nothing where that is empty or
+  /// where the file was cut meanwhile.
+  static void sayIncomplete(Console& console, const ConsolidatedInput& input, std::string_view why);
+
+  /// The same of the fault that ended the reading, if any.
+  static void sayIncomplete(Console& console, const ConsolidatedInput& input,
+                            const std::optional<consolidated::Fault>& fault);
+
   /// Status of a command that has read all that it wanted of a file: says that it was cut
   /// meanwhile.
   static Status statusOf(Console& console, const ConsolidatedInput& input, bool isComplete);

@@ -21,7 +21,7 @@ std::string checkGoal(const std::string& text) {
 // What was found in all kernels of a file.
 struct CoveredKernels {
   CoverageSummary summary;
-  bool areAll = false;
+  std::optional<consolidated::Fault> fault;  // that ends the reading early
 };
 
 CoveredKernels reportKernels(const File& file, const LineTables& tables, CoverageReport& report) {
@@ -35,7 +35,7 @@ CoveredKernels reportKernels(const File& file, const LineTables& tables, Coverag
     const bool listsNames = budget.spend(*kernel, texts.instances * texts.nameBytes);
     report.add({*kernel, coverage, ConditionCounts::of(*kernel, tables), listsNames});
   }
-  found.areAll = !kernel.fault();
+  found.fault = kernel.fault();
   return found;
 }
 
@@ -96,15 +96,15 @@ Status CoverageCommand::answer(Console& console, const ConsolidatedInput& input,
   const auto report = makeReport(console, tables.state());
   const CoveredKernels found = reportKernels(input.file(), tables, *report);
   report->add(found.summary);
-  bool holds = reachesGoals(console, found.summary) && found.areAll;
+  bool holds = reachesGoals(console, found.summary) && !found.fault;
+  sayIncomplete(console, input, found.fault);
   if (baseline) {
     const auto outcome = reportLosses(baseline->file(), input.file(), *report);
-    if (found.areAll && !outcome.isComplete) {
-      console.messages.say(fmt::format("{}: not complete", plain(*baseline_)));
-    }
+    if (!found.fault) sayIncomplete(console, input, outcome.whyAfterIncomplete);
+    sayIncomplete(console, *baseline, outcome.whyBeforeIncomplete);
     holds = outcome.holds() && holds;
   }
-  report->end(found.areAll && !input.wasCut());
+  report->end(!found.fault && !input.wasCut());
   const Status status = statusOf(console, input, holds);
   return baseline ? worse(status, statusOf(console, *baseline, holds)) : status;
 }

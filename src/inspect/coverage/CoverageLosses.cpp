@@ -1,6 +1,7 @@
 #include "inspect/coverage/CoverageLosses.h"
 
 #include "inspect/coverage/KernelCoverage.h"
+#include "inspect/records/HeldKernels.h"
 #include "lookup/Matching.h"
 
 #include <array>
@@ -130,17 +131,18 @@ double bytesOfLosses(const Kernel& kernel) {
 
 std::string_view nameOfLater(const Kernel& kernel) { return kernel.name().view(); }
 
-// A record has at least 32 bytes, but sections may overlap.
-std::vector<Kernel> kernelsOf(const File& file, bool& areAll) {
-  constexpr std::size_t leastRecord = 32;
-  constexpr std::size_t mostOverlaps = 4;
-  const std::size_t most = file.bytes().size() / leastRecord * mostOverlaps;
+std::string reasonOf(const consolidated::KernelIterator& end) {
+  return end.fault() ? end.fault()->sentence() : "";
+}
+
+std::vector<Kernel> kernelsOf(const File& file, std::string& whyIncomplete) {
+  const std::size_t most = mostHeldKernels(file);
   std::vector<Kernel> kernels;
   auto at = file.kernels().begin();
   for (; at != consolidated::KernelIterator() && kernels.size() < most; ++at) {
     kernels.push_back(*at);
   }
-  areAll = at == consolidated::KernelIterator() && !at.fault();
+  whyIncomplete = at == consolidated::KernelIterator() ? reasonOf(at) : repeatsKernels;
   return kernels;
 }
 
@@ -148,7 +150,7 @@ std::vector<Kernel> kernelsOf(const File& file, bool& areAll) {
 
 CoverageLosses::Outcome CoverageLosses::report(const Take& take) const {
   Outcome outcome;
-  const std::vector<Kernel> later = kernelsOf(*after_, outcome.isComplete);
+  const std::vector<Kernel> later = kernelsOf(*after_, outcome.whyAfterIncomplete);
   Matching matching(later, nameOfLater);
   PairBudget budget;
   auto before = before_->kernels().begin();
@@ -161,7 +163,7 @@ CoverageLosses::Outcome CoverageLosses::report(const Take& take) const {
     const auto after = position ? std::optional(later[*position]) : std::nullopt;
     outcome.losses += KernelLosses(*before, after, take).report();
   }
-  outcome.isComplete = outcome.isComplete && !before.fault();
+  outcome.whyBeforeIncomplete = reasonOf(before);
   return outcome;
 }
 

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace consolidator::inspect {
@@ -36,10 +37,14 @@ class CoverageLosses {
   /// What a comparison came to.
   struct Outcome {
     std::uint64_t losses = 0;
-    std::uint64_t notCompared = 0;  ///< kernels with too many pairs (see PairBudget)
-    bool isComplete = true;         ///< whether both files were read to their end
+    std::uint64_t notCompared = 0;    ///< kernels with too many pairs (see PairBudget)
+    std::string whyBeforeIncomplete;  ///< why not all of the earlier file was compared; or empty
+    std::string whyAfterIncomplete;   ///< and of the later one
 
-    bool holds() const { return losses == 0 && notCompared == 0 && isComplete; }
+    bool holds() const {
+      return losses == 0 && notCompared == 0 && whyBeforeIncomplete.empty() &&
+             whyAfterIncomplete.empty();
+    }
   };
 
   using Take = std::function<void(const CoverageLoss&)>;

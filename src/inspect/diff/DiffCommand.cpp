@@ -3,21 +3,8 @@
 #include "inspect/diff/JsonChanges.h"
 #include "inspect/diff/TextChanges.h"
 #include "inspect/output/JsonDocument.h"
-#include "inspect/output/PlainText.h"
-
-#include <fmt/format.h>
 
 namespace consolidator::inspect {
-
-namespace {
-
-void sayIncomplete(Console& console, const ConsolidatedInput& input, const ComparedFile& found) {
-  if (found.whyIncomplete.empty() || input.wasCut()) return;
-  console.messages.say(
-      fmt::format("{}: not complete: {}", plain(input.path()), found.whyIncomplete));
-}
-
-}  // namespace
 
 void DiffCommand::declare(Options& options) {
   options.flag("--exact", isExact_,
@@ -44,8 +31,8 @@ Status DiffCommand::run(Console& console) {
   const ComparisonResult result = writesDocument()
                                       ? writeDocument(console, comparison, *before, *after)
                                       : writeText(console, comparison);
-  sayIncomplete(console, *before, result.before);
-  sayIncomplete(console, *after, result.after);
+  sayIncomplete(console, *before, result.before.whyIncomplete);
+  sayIncomplete(console, *after, result.after.whyIncomplete);
   const bool holds = result.isEqual && result.isComplete();
   return worse(statusOf(console, *before, holds), statusOf(console, *after, holds));
 }

@@ -2,6 +2,7 @@
 
 #include "inspect/diff/ChangeReport.h"
 #include "inspect/diff/OrderCheck.h"
+#include "inspect/records/HeldKernels.h"
 #include "inspect/records/KernelCounts.h"
 #include "lookup/Matching.h"
 
@@ -75,15 +76,12 @@ void KernelListComparison::reportRest(ChangeSink& sink) {
   ChangeReport(sink, {}).reordered("kernels", before_->kernels(), after_->kernels());
 }
 
-// A record has at least 32 bytes, but sections may overlap.
 std::vector<Kernel> KernelListComparison::restAfter() {
-  constexpr std::size_t leastRecord = 32;
-  constexpr std::size_t mostOverlaps = 4;
-  const std::size_t most = after_->bytes().size() / leastRecord * mostOverlaps;
+  const std::size_t most = mostHeldKernels(*after_);
   std::vector<Kernel> rest;
   for (; walkAfter_.hasKernel(); walkAfter_.next()) {
     if (rest.size() == most) {
-      foundAfter_->whyIncomplete = "Its sections hold the same kernels again and again.";
+      foundAfter_->whyIncomplete = repeatsKernels;
       break;
     }
     rest.push_back(walkAfter_.kernel());

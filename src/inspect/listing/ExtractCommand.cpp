@@ -84,7 +84,9 @@ Status ExtractCommand::write(Console& console, const ConsolidatedInput& input,
                              std::string_view bytes) const {
   CommandOutput output(console, output_);
   output.sink().write(bytes);
-  return output.finish(statusOf(console, input, input.file().complete()), input);
+  const auto fault = input.file().fault();
+  sayIncomplete(console, input, fault);
+  return output.finish(statusOf(console, input, !fault), input);
 }
 
 }  // namespace consolidator::inspect

@@ -48,7 +48,8 @@ Status FindCommand::run(Console& console) {
     const std::string_view where = query.location() ? "nothing is at" : "there is no";
     console.messages.say(fmt::format("{}: {} \"{}\"", plain(path_), where, plain(wanted_)));
   }
-  return statusOf(console, *input, outcome.isComplete && outcome.count > 0);
+  sayIncomplete(console, *input, outcome.fault);
+  return statusOf(console, *input, !outcome.fault && outcome.count > 0);
 }
 
 FindCommand::Outcome FindCommand::find(const ConsolidatedInput& input, const FindQuery& query,
@@ -59,7 +60,7 @@ FindCommand::Outcome FindCommand::find(const ConsolidatedInput& input, const Fin
     const consolidated::Kernel current = *kernel;
     outcome.count += KernelFinder(current, query, report).find();
   }
-  outcome.isComplete = !kernel.fault() && !input.wasCut();
+  outcome.fault = kernel.fault();
   return outcome;
 }
 
@@ -72,7 +73,8 @@ FindCommand::Outcome FindCommand::writeDocument(Console& console, const Consolid
   document.key("kernels").beginArray();
   FindDocument report(document);
   const Outcome outcome = find(input, query, report);
-  document.endArray().member("matches", outcome.count).member("complete", outcome.isComplete);
+  document.endArray().member("matches", outcome.count);
+  document.member("complete", !outcome.fault && !input.wasCut());
   document.member("lossy_texts", document.lossyTexts()).endObject().end();
   return outcome;
 }

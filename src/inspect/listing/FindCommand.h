@@ -4,6 +4,7 @@
 #include "inspect/listing/FindQuery.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,7 @@ class FindCommand : public Command {
   /// What a search of all kernels came to.
   struct Outcome {
     std::uint64_t count = 0;
-    bool isComplete = false;
+    std::optional<consolidated::Fault> fault;  // that ended the reading early
   };
 
   static Outcome find(const ConsolidatedInput& input, const FindQuery& query, FindReport& report);

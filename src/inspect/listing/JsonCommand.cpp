@@ -6,6 +6,7 @@
 #include "inspect/records/SectionItems.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace consolidator::inspect {
 
@@ -32,13 +33,13 @@ void writeDwarf(JsonDocument& document, const File& file) {
   document.endObject();
 }
 
-// Returns whether the records could be read to their end.
-bool writeKernels(JsonDocument& document, const File& file) {
+// Returns the fault that ends the reading.
+std::optional<consolidated::Fault> writeKernels(JsonDocument& document, const File& file) {
   document.key("kernels").beginArray();
   auto kernel = file.kernels().begin();
   for (; kernel != consolidated::KernelIterator(); ++kernel) writeItem(document, *kernel);
   document.endArray();
-  return !kernel.fault();
+  return kernel.fault();
 }
 
 }  // namespace
@@ -64,11 +65,12 @@ Status JsonCommand::run(Console& console) {
   document.endArray();
   writeProject(document, file);
   writeDwarf(document, file);
-  const bool isComplete = writeKernels(document, file) && !input->wasCut();
-  document.member("complete", isComplete);
+  const auto fault = writeKernels(document, file);
+  document.member("complete", !fault && !input->wasCut());
   document.member("lossy_texts", document.lossyTexts());
   document.endObject().end();
-  return statusOf(console, *input, isComplete);
+  sayIncomplete(console, *input, fault);
+  return statusOf(console, *input, !fault);
 }
 
 }  // namespace consolidator::inspect

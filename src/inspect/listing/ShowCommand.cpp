@@ -140,6 +140,7 @@ Status ShowCommand::showKernels(Console& console, const ConsolidatedInput& input
     }
     foundAll = foundAll && found;
   }
+  sayIncomplete(console, input, kernel.fault());
   return statusOf(console, input, foundAll && !kernel.fault());
 }
 

@@ -35,7 +35,8 @@ Status ReportCommand::run(Console& console) {
   CommandOutput output(console, output_);
   HtmlWriter html(output.sink());
   page.write(html, sources);
-  return output.finish(statusOf(console, *input, page.isComplete()), *input);
+  sayIncomplete(console, *input, page.fault());
+  return output.finish(statusOf(console, *input, !page.fault()), *input);
 }
 
 }  // namespace consolidator::inspect

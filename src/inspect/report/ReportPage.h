@@ -5,6 +5,7 @@
 #include "inspect/report/HtmlWriter.h"
 #include "inspect/verify/Findings.h"
 
+#include <optional>
 #include <string>
 
 namespace consolidator::inspect {
@@ -21,8 +22,8 @@ class ReportPage {
   /// Writes the page. The lines of conditions are taken from `sources`.
   void write(HtmlWriter& html, SourceListing& sources) const;
 
-  /// Whether all of the file could be read.
-  bool isComplete() const { return !survey_.fault; }
+  /// What ended the reading of the file early.
+  const std::optional<consolidated::Fault>& fault() const { return survey_.fault; }
 
  private:
   void writeContents(HtmlWriter& html) const;

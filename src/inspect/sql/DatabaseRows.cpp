@@ -62,21 +62,20 @@ DatabaseRows::DatabaseRows(Database& database)
       condition_(database, "INSERT INTO breakable_condition VALUES (?, ?, ?, ?, ?, ?, ?)"),
       bram_(database, "INSERT INTO bram VALUES (?, ?, ?)") {}
 
-bool DatabaseRows::add(const FilePlace& place, const File& file) {
+std::optional<consolidated::Fault> DatabaseRows::add(const FilePlace& place, const File& file) {
   if (!place.realPath.empty()) remove_.run(ExactName{place.realPath});
   const std::uint64_t lossyBefore = lossyTexts();
   const std::int64_t id = addFile(place, file);
   addSections(id, file.sections());
-  const bool isComplete = addKernels(id, file.kernels());
+  const auto fault = addKernels(id, file.kernels());
   const auto project = file.project();
   const auto dwarf = file.dwarf();
   const auto name = project ? std::optional(project->view()) : std::nullopt;
   const bool isLossy = name && findIllFormed(*name) != std::string_view::npos;
   fileEnd_.run(name, dwarf ? std::optional(dwarf->offset()) : std::nullopt,
                dwarf ? std::optional(std::uint64_t{dwarf->stored().size()}) : std::nullopt,
-               std::int64_t{isComplete ? 1 : 0}, lossyTexts() - lossyBefore + (isLossy ? 1 : 0),
-               id);
-  return isComplete;
+               std::int64_t{fault ? 0 : 1}, lossyTexts() - lossyBefore + (isLossy ? 1 : 0), id);
+  return fault;
 }
 
 std::int64_t DatabaseRows::addFile(const FilePlace& place, const File& file) {
@@ -93,11 +92,12 @@ void DatabaseRows::addSections(std::int64_t file, const consolidated::Sections& 
   }
 }
 
-bool DatabaseRows::addKernels(std::int64_t file, const consolidated::Kernels& kernels) {
+std::optional<consolidated::Fault> DatabaseRows::addKernels(std::int64_t file,
+                                                            const consolidated::Kernels& kernels) {
   std::uint32_t position = 0;
   auto kernel = kernels.begin();
   for (; kernel != consolidated::KernelIterator(); ++kernel) addKernel(file, position++, *kernel);
-  return !kernel.fault();
+  return kernel.fault();
 }
 
 void DatabaseRows::addKernel(std::int64_t file, std::uint32_t position, const Kernel& kernel) {

@@ -5,6 +5,7 @@
 #include "inspect/sql/Statement.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,13 +23,14 @@ class DatabaseRows {
   explicit DatabaseRows(Database& database);
 
   /// Inserts all that is in a file, after it has removed what was known of a file of that real
-  /// path. Returns whether the file could be read to its end. Memory does not grow with the file.
-  bool add(const FilePlace& place, const consolidated::File& file);
+  /// path. Returns the fault that ended the reading, if any. Memory does not grow with the file.
+  std::optional<consolidated::Fault> add(const FilePlace& place, const consolidated::File& file);
 
  private:
   std::int64_t addFile(const FilePlace& place, const consolidated::File& file);
   void addSections(std::int64_t file, const consolidated::Sections& sections);
-  bool addKernels(std::int64_t file, const consolidated::Kernels& kernels);
+  std::optional<consolidated::Fault> addKernels(std::int64_t file,
+                                                const consolidated::Kernels& kernels);
   void addKernel(std::int64_t file, std::uint32_t position, const consolidated::Kernel& kernel);
   void addPaths(std::int64_t kernel, const consolidated::List<consolidated::Text>& paths);
   void addVariables(std::int64_t kernel, const consolidated::Kernel& record);

@@ -110,8 +110,9 @@ Status SqlCommand::addFile(Console& console, Database& database, DatabaseRows& r
   const std::string realPath = realPathOf(path);
   if (!realPath.empty() && !realPaths_.insert(realPath).second) return Status::Holds;
   database.execute("BEGIN IMMEDIATE");
-  const bool isComplete = rows.add({path, realPath}, input->file());
-  const Status status = statusOf(console, *input, isComplete);
+  const auto fault = rows.add({path, realPath}, input->file());
+  sayIncomplete(console, *input, fault);
+  const Status status = statusOf(console, *input, !fault);
   database.execute(input->wasCut() ? "ROLLBACK" : "COMMIT");
   if (!input->wasCut() && !database.hasFailed()) ++added_;
   return status;

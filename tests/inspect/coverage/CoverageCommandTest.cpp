@@ -247,7 +247,29 @@ TEST(CoverageCommandTest, FailsOnFileThatIsNotComplete) {
   const std::string old = folder.write("old", file);
   const Outcome compared = inspectBytes(coveredFile(), {"coverage", "--baseline", old, "FILE"});
   EXPECT_EQ(compared.status, 1);
-  EXPECT_EQ(compared.err, said(old + ": not complete"));
+  EXPECT_EQ(compared.err,
+            said(old + ": not complete: The kernel records go beyond the end of the file."));
+}
+
+// Of entries that all name one section, each kernel is held only so often.
+TEST(CoverageCommandTest, SaysWhichFileRepeatsItsKernels) {
+  constexpr std::uint32_t entries = 9;
+  std::string records = u32(1000);
+  for (int i = 0; i < 1000; ++i) records += kernelRecord("k", 0);
+  std::string file = header(entries);
+  for (std::uint32_t i = 0; i < entries; ++i) {
+    file += entry(SectionKind::KernelRecords, header(0).size() + entries * entry(0, 0, 0).size(),
+                  static_cast<std::uint32_t>(records.size()));
+  }
+  file += records;
+  const TemporaryFolder folder;
+  const std::string later = folder.write("later", file);
+  const std::string earlier = folder.write("earlier", coveredFile());
+  const Outcome compared = inspect({"coverage", "--baseline", earlier, later});
+  EXPECT_EQ(compared.status, 1);
+  EXPECT_EQ(compared.err,
+            said(later + ": not complete: Its sections hold the same kernels again and again."));
+  EXPECT_EQ(inspect({"coverage", "--baseline", later, earlier}).err, "");
 }
 
 // A small file of a million pairs and more.

@@ -68,7 +68,9 @@ TEST_F(SqlCommandTest, AnswersForIncompleteFilesButFails) {
   folder_.write("damaged", kernelFile("b") + "more");
   folder_.write("cut", header(2) + kernelFile("b").substr(16));
   EXPECT_EQ(sql({"whole", "damaged"}).status, 0);
-  EXPECT_EQ(sql({"whole", "cut"}), (Outcome{1, "", ""}));
+  EXPECT_EQ(sql({"whole", "cut"}),
+            (Outcome{1, "",
+                     saidOf("cut", "not complete: The section goes beyond the end of the file.")}));
   EXPECT_EQ(database().rows("SELECT complete FROM file ORDER BY id"),
             (std::vector<std::string>{"1", "0"}));
 }
