@@ -317,6 +317,18 @@ class CompletionTest(CommandsTest):
         self.assertEqual(self.complete(name, "info kernel a"), ["info kernel ab"])
 
 
+# A program whose second thread stops where it is called from another function.
+THREADS = """\
+#include <pthread.h>
+void stop(void) {}
+void* run(void* nothing) { stop(); return nothing; }
+int main(void) {
+  pthread_t thread;
+  return pthread_create(&thread, 0, run, 0) || pthread_join(thread, 0);
+}
+"""
+
+
 class OpeningTest(CommandsTest):
     def compile(self):
         """DWARF of the example."""
@@ -353,7 +365,24 @@ class OpeningTest(CommandsTest):
                            "consolidated-file", "python print(gdb.selected_inferior().num)",
                            "inferior 1", "info line scale")
         self.assertIn("No consolidated file now.\n2\n", printed)
+        self.assertEqual(printed.count("[Switching to "), 2)  # by the commands that say so
         self.assertNotIn("starts at", printed)
+
+    def test_keeps_the_thread_and_frame_that_are_selected(self):
+        (self.folder / "threads.c").write_text(THREADS)
+        subprocess.run(["gcc", "-g", "-pthread", "threads.c", "-o", "threads"], cwd=self.folder,
+                       check=True)
+        name = self.consolidate("file", "-d", self.compile())
+        opening = f"consolidated-file {name}"
+        show = "python print(gdb.selected_thread().num, gdb.selected_frame().name())"
+        for start in [("file threads", opening),
+                      (opening, "add-inferior -exec threads", "inferior 2")]:
+            printed = self.gdb(*start, "break stop", "run", "up", "shell /usr/bin/touch file",
+                               "info kernels f", show, "consolidated-file", show)
+            self.assertEqual(printed.partition("`file' has changed; reading it again.\n")[2],
+                             "Reading kernels from file...\n"
+                             "Reading symbols from the DWARF in file...\n" + TABLE + FIR
+                             + "2 run\nNo consolidated file now.\n2 run\n")
 
     def test_keeps_the_file_when_the_commands_are_sourced_again(self):
         name = self.consolidate("file")

@@ -1,5 +1,6 @@
 """The DWARF of a consolidated file as symbols of GDB."""
 
+import contextlib
 import os
 import re
 import tempfile
@@ -27,7 +28,8 @@ class Symbols:
             self._folder = tempfile.TemporaryDirectory(prefix="gdb-consolidated-")
             self._copy = os.path.join(os.path.realpath(self._folder.name), "dwarf")
             opened.inspector.extract("dwarf", self._copy)
-            printed = self._execute("add-symbol-file")
+            with _selection_kept():
+                printed = self._execute("add-symbol-file")
         except (InspectorError, gdb.error, OSError, UnicodeError) as error:
             reason = str(error).removeprefix(f"`{self._copy}': ")
             warn(f"{opened.name}: its DWARF gives no symbols: {reason}")
@@ -39,16 +41,11 @@ class Symbols:
         """Takes the symbols from GDB again, unless another command already has."""
         if self._folder is None:
             return
-        here = gdb.selected_inferior()
         owners = [each for each in gdb.inferiors() if each.progspace == self._space]
-        try:
-            if owners and here not in owners:
+        with _selection_kept(), contextlib.suppress(gdb.error, OSError, UnicodeError):
+            if owners and gdb.selected_inferior() not in owners:
                 _select(owners[0])
             self._execute("remove-symbol-file")
-        except (gdb.error, UnicodeError):
-            pass
-        if gdb.selected_inferior() != here:
-            _select(here)
         self._folder.cleanup()
 
     def _execute(self, command):
@@ -58,4 +55,44 @@ class Symbols:
 
 
 def _select(inferior):
-    gdb.execute(f"inferior {inferior.num}", False, True)
+    """Selects an inferior, which GDB prints even if it is told to return what it would print."""
+    gdb.flush(gdb.STDOUT)
+    stdout = os.dup(1)
+    try:
+        with open(os.devnull, "wb") as nowhere:
+            os.dup2(nowhere.fileno(), 1)
+        gdb.execute(f"inferior {inferior.num}", False, True)
+    finally:
+        gdb.flush(gdb.STDOUT)
+        os.dup2(stdout, 1)
+        os.close(stdout)
+
+
+@contextlib.contextmanager
+def _selection_kept():
+    """Selects the inferior, thread and frame again that are selected now."""
+    inferior, thread, level = gdb.selected_inferior(), gdb.selected_thread(), _frame_level()
+    try:
+        yield
+    finally:
+        with contextlib.suppress(gdb.error, OSError):
+            if thread:
+                thread.switch()
+                _select_frame(level)
+            elif gdb.selected_inferior() != inferior:
+                _select(inferior)
+
+
+def _frame_level():
+    try:
+        return gdb.selected_frame().level()
+    except gdb.error:  # there is none
+        return 0
+
+
+def _select_frame(level):
+    """Selects a frame by its level, since objects of frames end when symbols change."""
+    frame = gdb.newest_frame()
+    for _ in range(level):
+        frame = frame.older() or frame
+    frame.select()
