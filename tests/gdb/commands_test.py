@@ -431,6 +431,11 @@ class OpeningTest(CommandsTest):
             self.assertEqual(self.gdb(f"consolidated-file {words}", "info kernels"),
                              message + NO_FILE)
 
+    def test_refuses_a_relative_name_in_a_folder_that_is_gone(self):
+        (self.folder / "gone").mkdir()
+        self.assertEqual(self.gdb("cd gone", "shell /bin/rmdir ../gone", "consolidated-file file"),
+                         "file: No such file or directory.\n")
+
     def test_keeps_the_file_when_another_cannot_be_opened(self):
         self.assertEqual(self.asked(self.consolidate("file"), "consolidated-file missing",
                                     "info kernels f"),

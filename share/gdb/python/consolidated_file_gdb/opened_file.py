@@ -102,7 +102,7 @@ class OpenedFile:
         """Finds the file, which may have an absolute path already. Raises InspectorError if that is
         not possible."""
         self.name = name
-        self._path = path or os.path.abspath(os.path.expanduser(name))
+        self._path = path or self._absolute()
         self._identity = self._identify()
         self.inspector = Inspector(name, self._path)
         self.kernels = []
@@ -137,6 +137,12 @@ class OpenedFile:
     def kernels_named(self, name):
         """The kernels of that name, which may be several."""
         return [kernel for kernel in self.kernels if kernel.name == name]
+
+    def _absolute(self):
+        try:
+            return os.path.abspath(os.path.expanduser(self.name))
+        except OSError as error:  # the current folder is gone
+            raise InspectorError(f"{self.name}: {error.strerror}.") from None
 
     def _identify(self):
         """What tells this file from one that is written later. It must be a regular one, which can
