@@ -425,6 +425,7 @@ class OpeningTest(CommandsTest):
             ".": ".: not a regular file.\n",
             "pipe": "pipe: not a regular file.\n",
             "a b": "Only one file name is allowed.\n",
+            '""': "The file name is empty.\n",
             "text": READING.format("text")
             + "text: The file does not begin with the magic of a consolidated file.\n",
         }.items():

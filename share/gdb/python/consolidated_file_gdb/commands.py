@@ -42,6 +42,8 @@ class ConsolidatedFileCommand(Command):
         names = gdb.string_to_argv(argument)
         if len(names) > 1:
             raise refusal("Only one file name is allowed.")
+        if names == [""]:
+            raise refusal("The file name is empty.")
         if names:
             self.session.open(names[0])
         else:
