@@ -316,6 +316,22 @@ class CompletionTest(CommandsTest):
         name = self.write("file", container(kernel(b"a\x1b", []), kernel(b"ab", [])))
         self.assertEqual(self.complete(name, "info kernel a"), ["info kernel ab"])
 
+    def test_leaves_out_names_that_the_command_refuses(self):
+        lines = [source_line(b"", line, file)
+                 for line, file in enumerate((b"", b"./", b" k.c", b"k.c"))]
+        name = self.write("file", container(
+            kernel(b" lead", [], [], [variable(text, b"r") for text in (b"", b" v", b"v ", b"v")]),
+            kernel(b"trail ", []), kernel(b"", [], conditions=lines)))
+        self.assertEqual(self.complete(name, "info kernel "), [])
+        self.assertEqual(self.complete(name, "info kernel-bits "), ["info kernel-bits v"])
+        self.assertEqual(self.complete(name, "info kernel-conditions "),
+                         ["info kernel-conditions k.c:3"])
+
+    def test_completes_names_with_blanks_inside(self):
+        name = self.write("file", container(kernel(b"a b", [], [], [variable(b" v", b"r")])))
+        self.assertEqual(self.complete(name, "info kernel-bits a"), ["info kernel-bits a b:: v"])
+        self.assertIn("variable  v: int", self.asked(name, "info kernel-bits a b:: v"))
+
 
 # A program whose second thread stops where it is called from another function.
 THREADS = """\

@@ -72,7 +72,8 @@ class InfoCommand(Command):
             return []
         matches = {name for name in self.candidates(self.session.known) if name.startswith(text)}
         start = len(text) - len(word)
-        return [name[start:] for name in matches if name == plain(name)]
+        # The command sees what is typed without the blanks around it, and takes no empty name.
+        return [name[start:] for name in matches if name and name == plain(name).strip()]
 
     def candidates(self, known):
         """What the argument may be for a file that is known."""
@@ -150,8 +151,9 @@ class InfoKernelBitsCommand(InfoCommand):
     def candidates(self, known):
         for kernel in known.kernels:
             for variable in kernel.all_variables():
-                yield variable.name
-                yield f"{kernel.name}::{variable.name}"
+                if variable.name:
+                    yield variable.name
+                    yield f"{kernel.name}::{variable.name}"
 
 
 class InfoKernelConditionsCommand(InfoCommand):
@@ -186,5 +188,5 @@ class InfoKernelConditionsCommand(InfoCommand):
     def candidates(self, known):
         for kernel in known.kernels:
             for condition in kernel.conditions:
-                if condition.kind == "source_line":
+                if condition.is_at(condition.file, condition.line):
                     yield f"{condition.file}:{condition.line}"
