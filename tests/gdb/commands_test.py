@@ -563,18 +563,35 @@ class RefusalTest(CommandsTest):
                 "is of a version that writes no consolidator-inspect/1.",
             "echo '[]'": "gives no answer: it is no object.",
             "echo '[{\"kernels\":[]}]'": "gives no answer: it is no object.",
-            "kill -9 $$": "gives no answer: .*",
+            "echo '{\"kernels\":[7'; /usr/bin/yes": "gives no answer: a kernel is no object.",
+            "exit 0": "gives no answer: .*",
+            "exit 3": "ended with status 3.",
+            "kill -9 $$": "ended with signal 9.",
+            "echo '{\"format\":\"consolidator-inspect/1\",\"error\":{}}'; exit 2":
+                "ended with status 2.",
         }.items():
             self.replace_inspector(script)
             self.assertRegex(self.gdb(f"consolidated-file {name}", "info kernels"),
                              f"^{READING.format(name)}consolidator-inspect {message}\n{NO_FILE}$")
 
+    def test_says_what_the_inspector_says_of_its_end(self):
+        name = self.consolidate("file", "-d", "kernels.c")
+        for end in "exit 2", "exit 127", "kill -9 $$":
+            says = f"echo 'consolidator-inspect: no memory' >&2; {end}"
+            self.replace_inspector(says)
+            self.assertEqual(self.gdb(f"consolidated-file {name}"),
+                             READING.format(name) + "file: no memory\n")
+            self.replace_inspector(f'case $1 in extract) {says} ;; esac; exec {INSPECTOR} "$@"')
+            self.assertIn("warning: file: its DWARF gives no symbols: file: no memory\n",
+                          self.gdb(f"consolidated-file {name}"))
+
     def test_says_when_the_inspector_ends_without_the_dwarf(self):
         name = self.consolidate("file", "-d", "kernels.c")
-        self.replace_inspector(f'case $1 in extract) kill -9 $$ ;; esac; exec {INSPECTOR} "$@"')
-        self.assertIn("warning: file: its DWARF gives no symbols: "
-                      "consolidator-inspect ended with status -9.\n",
-                      self.gdb(f"consolidated-file {name}"))
+        for end, how in {"kill -9 $$": "signal 9", "exit 2": "status 2"}.items():
+            self.replace_inspector(f'case $1 in extract) {end} ;; esac; exec {INSPECTOR} "$@"')
+            self.assertIn("warning: file: its DWARF gives no symbols: "
+                          f"consolidator-inspect ended with {how}.\n",
+                          self.gdb(f"consolidated-file {name}"))
 
     def test_says_when_there_is_no_folder_for_temporary_files(self):
         name = self.consolidate("file")

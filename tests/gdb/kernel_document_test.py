@@ -74,6 +74,12 @@ class KernelDocumentTest(unittest.TestCase):
             with self.assertRaises(ValueError, msg=text):
                 read(io.StringIO(text))
 
+    def test_refuses_what_is_nested_too_deeply(self):
+        deep = "[" * 100000
+        for text in deep, '{"kernels":[{"brams":' + deep, '{"kernels":[],"brams":' + deep:
+            with self.assertRaisesRegex(ValueError, "^it is nested too deeply$"):
+                read(io.StringIO(text))
+
     def test_reads_a_large_kernel_in_linear_time(self):
         kernel = {"brams": ["a name"] * 300000}
         reads = []

@@ -31,10 +31,8 @@ class Inspector:
         """Writes the bytes of a section to a file, as many as there are."""
         with _started(["extract", self._path, section, "-o", target], subprocess.PIPE) as process:
             _, messages = process.communicate()
-        if process.returncode == 2:
-            raise InspectorError("; ".join(self._named(messages)))
         if process.returncode not in (0, 1) or not os.path.exists(target):
-            raise InspectorError(f"{PROGRAM} ended with status {process.returncode}.")
+            raise _failure(self._named(messages), process.returncode)
 
     def _ask(self, document_format, *words):
         return Answer(document_format, words, self._named)
@@ -58,27 +56,38 @@ class Answer:
 
     def kernels(self):
         """Yields the kernels of the document."""
+        fault = None
         with _text_file() as messages:
             with _started(self._words, messages) as process:
                 document = KernelDocument(process.stdout)
                 try:
                     yield from document.kernels()
                 except ValueError as error:
-                    raise InspectorError(f"{PROGRAM} gives no answer: {error}.") from None
+                    fault = InspectorError(f"{PROGRAM} gives no answer: {error}.")
+                has_ended = not process.stdout.read(1)  # before its pipe is closed
             messages.seek(0)
             self.messages = self._named(messages.read())
+        if fault:
+            has_failed = has_ended and process.returncode != 0
+            raise _failure(self.messages, process.returncode) if has_failed else fault
         self.members = document.members
-        self._check()
+        self._check(process.returncode)
 
     def wrong_version(self):
         """The error that another document than the one asked for has come."""
         return InspectorError(f"{PROGRAM} is of a version that writes no {self._format}.")
 
-    def _check(self):
+    def _check(self, status):
         if self.members.get("format") != self._format:
             raise self.wrong_version()
         if "error" in self.members:
-            raise InspectorError("; ".join(self.messages))
+            raise _failure(self.messages, status)
+
+
+def _failure(messages, status):
+    """The error that the program failed: what it said about that, or else how it ended."""
+    end = f"status {status}" if status >= 0 else f"signal {-status}"
+    return InspectorError("; ".join(messages) or f"{PROGRAM} ended with {end}.")
 
 
 def _text_file():

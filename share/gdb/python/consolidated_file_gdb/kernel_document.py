@@ -59,6 +59,8 @@ class KernelDocument:
                     return value
             except json.JSONDecodeError:
                 pass
+            except RecursionError:
+                raise _too_deep() from None
             self._need_more()
 
     def _take_through(self, mark):
@@ -92,8 +94,15 @@ class KernelDocument:
         return bool(more)
 
 
+def _too_deep():
+    return ValueError("it is nested too deeply")
+
+
 def _object(text):
-    members = json.loads(text)
+    try:
+        members = json.loads(text)
+    except RecursionError:
+        raise _too_deep() from None
     if not isinstance(members, dict):
         raise ValueError("it is no object")
     return members
