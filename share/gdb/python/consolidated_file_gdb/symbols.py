@@ -55,17 +55,8 @@ class Symbols:
 
 
 def _select(inferior):
-    """Selects an inferior, which GDB prints even if it is told to return what it would print."""
-    gdb.flush(gdb.STDOUT)
-    stdout = os.dup(1)
-    try:
-        with open(os.devnull, "wb") as nowhere:
-            os.dup2(nowhere.fileno(), 1)
-        gdb.execute(f"inferior {inferior.num}", False, True)
-    finally:
-        gdb.flush(gdb.STDOUT)
-        os.dup2(stdout, 1)
-        os.close(stdout)
+    """Selects an inferior, which GDB tells even if it is asked to return what it would print."""
+    gdb.execute(f"with suppress-cli-notifications on -- inferior {inferior.num}", False, True)
 
 
 @contextlib.contextmanager
@@ -75,7 +66,7 @@ def _selection_kept():
     try:
         yield
     finally:
-        with contextlib.suppress(gdb.error, OSError):
+        with contextlib.suppress(gdb.error):
             if thread:
                 thread.switch()
                 _select_frame(level)
