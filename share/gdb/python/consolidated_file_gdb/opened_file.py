@@ -115,12 +115,9 @@ class OpenedFile:
         try:
             self.kernels = [Kernel.of(item) for item in answer.kernels()]
             self.has_dwarf = answer.members["dwarf"] is not None
-            is_complete = answer.members["complete"]
         except (KeyError, TypeError):
             raise answer.wrong_version() from None
         self.warnings = list(answer.messages)
-        if not is_complete:
-            self.warnings.append(f"{self.name}: not complete; there may have been more kernels")
 
     def again(self):
         """What has its name by now, wherever GDB's current folder is. Raises InspectorError if that
