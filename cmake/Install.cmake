@@ -8,6 +8,17 @@ if(CMAKE_LIBRARY_ARCHITECTURE AND NOT DEFINED CMAKE_INSTALL_LIBDIR)
   set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Folder of libraries")
 endif()
 include(GNUInstallDirs)
+# Some packagers give absolute paths. What is installed finds the rest from where it is, so all folders
+# are kept as those below the prefix.
+foreach(folder IN ITEMS BINDIR LIBDIR INCLUDEDIR DATADIR MANDIR DOCDIR)
+  set(folder CMAKE_INSTALL_${folder})
+  cmake_path(IS_PREFIX CMAKE_INSTALL_PREFIX "${${folder}}" NORMALIZE below)
+  if(below)
+    cmake_path(RELATIVE_PATH ${folder} BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+  elseif(IS_ABSOLUTE "${${folder}}")
+    message(FATAL_ERROR "${folder} is not below CMAKE_INSTALL_PREFIX: ${${folder}}")
+  endif()
+endforeach()
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME consolidator)
