@@ -231,7 +231,7 @@ TEST(KernelCoverageTest, TakesLinearTime) {
 }
 
 // In the record, a variable is as long as the bits that it has in all instances.
-TEST(KernelCoverageTest, VisitsNamesInTimeThatDoesNotGrowWithTheirBits) {
+TEST(KernelCoverageTest, VisitsNamesInLinearTimeWhateverBitsTheyHave) {
   const auto visitAll = [](std::size_t size) -> Work {
     VariableRecord name("i", "i_r", "int");
     name.instanceBits.resize(size);
