@@ -107,7 +107,7 @@ _consolidator_inspect() {
             ;;
         --allow:*)
             _consolidator_inspect_words "skipped refused damaged dwarf-differs locations-differ \
-                condition-decays condition-removed duplicate-condition"
+                condition-decays condition-removed duplicate-condition dump-empty"
             ;;
         --source:*)
             compopt -o filenames 2>/dev/null

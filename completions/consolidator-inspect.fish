@@ -57,7 +57,7 @@ complete -c consolidator-inspect -n '__consolidator_inspect_is diff' -l stat -d 
 complete -c consolidator-inspect -n '__consolidator_inspect_is coverage' -l fail-under -x -a 'arguments= variables=' -d 'Percentage that must have locations'
 complete -c consolidator-inspect -n '__consolidator_inspect_is coverage' -l baseline -r -F -d 'File that had all locations'
 complete -c consolidator-inspect -n '__consolidator_inspect_is explain' -l strict -d 'Status 1 for what is lost'
-complete -c consolidator-inspect -n '__consolidator_inspect_is run' -l allow -x -a 'skipped refused damaged dwarf-differs locations-differ condition-decays condition-removed duplicate-condition' -d 'What does not end the run'
+complete -c consolidator-inspect -n '__consolidator_inspect_is run' -l allow -x -a 'skipped refused damaged dwarf-differs locations-differ condition-decays condition-removed duplicate-condition dump-empty' -d 'What does not end the run'
 complete -c consolidator-inspect -n '__consolidator_inspect_is run' -l keep-if-equal -d 'Leave an equal file alone'
 complete -c consolidator-inspect -n '__consolidator_inspect_is explain run' -a '(__consolidator_inspect_tool)'
 complete -c consolidator-inspect -n '__consolidator_inspect_is report' -s o -l output -r -F -d 'Where to write the page'
