@@ -2,6 +2,7 @@
 
 #include "inspect/explain/ExplainedRun.h"
 #include "support/Bytes.h"
+#include "support/NamedPipe.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -18,8 +19,10 @@ using LossCodes = std::vector<std::string>;
 
 class ExplainedLossesTest : public testing::Test {
  protected:
-  // The codes of what a run with these options loses of a file with these bytes.
-  LossCodes losses(const std::string& bytes, std::vector<std::string> words) {
+  // The codes of what a run with these options, or without any input, loses of a file with these
+  // bytes.
+  LossCodes losses(const std::string& bytes, std::vector<std::string> words = {}) {
+    if (words.empty()) words = {"-h", folder_.path("missing")};
     words.insert(words.begin(), {"-f", folder_.write("file", bytes)});
     explanation_ = explainRun(words);
     EXPECT_EQ(folder_.read("file"), bytes);
@@ -73,16 +76,85 @@ TEST_F(ExplainedLossesTest, AreNoneWhereADumpLeavesInputsUnread) {
             LossCodes());
   ASSERT_EQ(explanation_.inputs.size(), 1U);
   EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
-  EXPECT_EQ(explanation_.inputs[0].reason, "the run dumps a section");
 }
 
 TEST_F(ExplainedLossesTest, AreNoneWhereARunIsNotMade) {
   EXPECT_EQ(losses(fileWithJson, {"-k", "xml", "--help"}), LossCodes());
-  EXPECT_EQ(explanation_.inputs.at(0).reason, "the run prints its usage");
   EXPECT_EQ(losses(fileWithJson, {"-k", "xml", "-v"}), LossCodes());
-  EXPECT_EQ(explanation_.inputs.at(0).reason, "the run prints its version");
-  EXPECT_EQ(losses(header(0, 2, 0), {"-k", "xml"}), LossCodes{"version-unsupported"});
-  EXPECT_EQ(explanation_.inputs.at(0).reason, "the run ends before its inputs");
+}
+
+TEST_F(ExplainedLossesTest, NameWhatADamagedFileLoses) {
+  const std::string whole =
+      container({{SectionKind::ProjectName, "name"}, {SectionKind::Json, emptyJson()}});
+  EXPECT_EQ(losses(whole), LossCodes());
+  EXPECT_EQ(losses(""), LossCodes());
+  EXPECT_EQ(losses(whole.substr(0, 15)), LossCodes{"damaged"});
+  EXPECT_EQ(losses(whole.substr(0, 30)), LossCodes{"damaged"});
+  EXPECT_EQ(losses(header(1) + entry(9, 40, 0)), LossCodes{"damaged"});
+  EXPECT_EQ(losses(header(1) + entry(0, 40, 1)), LossCodes{"damaged"});
+  EXPECT_EQ(losses(std::string(16, 'x')), (LossCodes{"foreign-magic", "version-unsupported"}));
+  EXPECT_EQ(losses(whole, {"-p", "other", "-h", folder_.path("missing")}),
+            LossCodes{"project-differs"});
+  EXPECT_EQ(losses(header(0, 2, 0)), LossCodes{"version-unsupported"});
+  EXPECT_TRUE(explanation_.after.empty());
+}
+
+// The record of a kernel that has nothing but conditions.
+std::string recordOf(const std::string& conditions) {
+  return text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + conditions + u32(0);
+}
+
+const std::string oneCondition = u32(1) + u32(0) + text("== 1 $i/a");
+
+TEST_F(ExplainedLossesTest, NameWhatASaveDoesToConditions) {
+  const auto saved = [&](const std::string& conditions) {
+    return losses(container({{SectionKind::KernelRecords, u32(1) + recordOf(conditions)}}));
+  };
+  EXPECT_EQ(saved(oneCondition), LossCodes());
+  EXPECT_EQ(saved(u32(1) + u32(0) + text("(1'b1 == 1'b1)")), LossCodes{"condition-removed"});
+  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 f(x)")), LossCodes{"condition-decays"});
+  EXPECT_EQ(saved(u32(2) + u32(0) + text("== 1 $i/a") + u32(0) + text("== $i/a 1")),
+            LossCodes{"duplicate-condition"});
+}
+
+TEST_F(ExplainedLossesTest, AreNoneOfConditionsOfKernelsWithOneName) {
+  const std::string record = recordOf(oneCondition);
+  const std::string file = container({{SectionKind::KernelRecords, u32(2) + record + record}});
+  EXPECT_TRUE(losses(file).empty());
+}
+
+TEST_F(ExplainedLossesTest, AreNoneOfConditionsThatArePreparedAgain) {
+  const std::string file =
+      container({{SectionKind::Json, ""},
+                 {SectionKind::Json, ""},
+                 {SectionKind::KernelRecords, u32(1) + recordOf(oneCondition)}});
+  EXPECT_TRUE(losses(file).empty());
+}
+
+TEST_F(ExplainedLossesTest, NameDwarfThatIsNotTheStoredOne) {
+  const std::string file = container({{SectionKind::Dwarf, "bytes"}});
+  EXPECT_EQ(losses(file, {"-d", folder_.write("same", "bytes")}), LossCodes());
+  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
+  EXPECT_EQ(losses(file, {"-d", folder_.write("other", "byteS")}), LossCodes{"dwarf-differs"});
+  EXPECT_EQ(losses(file, {"-d", folder_.write("empty", "")}), LossCodes());
+  for (const std::string& path : {folder_.path("missing"), folder_.path("")}) {
+    EXPECT_EQ(losses(file, {"-d", path}), LossCodes());
+    EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Skipped);
+  }
+  const NamedPipe pipe;  // nobody writes to it, and the run does not open it
+  EXPECT_EQ(losses(file, {"-d", pipe.path()}), LossCodes());
+  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
+}
+
+TEST_F(ExplainedLossesTest, NameLocationsThatAreNotTaken) {
+  const std::string variable = text("i") + text("i_r") + text("int") + u32(0);
+  const std::string record = text("k") + u32(1) + text("/t/k_1") + u32(3) + u32(0) + u32(1) +
+                             variable + u32(1) + text("/t/k_1/i_r") + u32(1) + u32(7) + u32(8) +
+                             u32(0) + u32(0);
+  const std::string file = container({{SectionKind::KernelRecords, u32(1) + record}});
+  EXPECT_EQ(losses(file, {"-l", folder_.write("ll", "Bit 1 0x2 3 d 4 Net=t/k_1/i_r\n")}),
+            LossCodes{"locations-differ"});
+  EXPECT_TRUE(explanation_.neverFound.empty());
 }
 
 }  // namespace

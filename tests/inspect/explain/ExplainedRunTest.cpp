@@ -13,6 +13,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace consolidator::inspect {
@@ -68,17 +69,6 @@ class ExplainedRunTest : public testing::Test {
     EXPECT_EQ(input.outcome, InputOutcome::Refused);
     EXPECT_EQ(input.reason, reason);
     EXPECT_TRUE(dwarfRefusals.contains(reason));
-  }
-
-  // The codes of the losses of a run that adds to a file with these bytes.
-  std::vector<std::string> losses(const std::string& bytes, std::vector<std::string> more = {}) {
-    const std::string file = folder_.write("file", bytes);
-    more.insert(more.end(), {"-f", file, "-h", folder_.path("missing")});
-    explanation_ = explainRun(more);
-    EXPECT_EQ(folder_.read("file"), bytes);
-    std::vector<std::string> codes;
-    for (const Loss& loss : explanation_.losses) codes.push_back(loss.code);
-    return codes;
   }
 
   TemporaryFolder folder_;
@@ -335,6 +325,26 @@ TEST_F(ExplainedRunTest, SaysWhyAnInputIsSkipped) {
   }
 }
 
+TEST_F(ExplainedRunTest, SaysWhyAnInputHasNoEffect) {
+  const std::string file = folder_.write("file", container({{SectionKind::Dwarf, "bytes"}}));
+  const std::string xml = folder_.path("xml");
+  const std::vector<std::pair<std::vector<std::string>, std::string>> reasons{
+      {{"-f", file, "-k", xml, "--help"}, "the run prints its usage"},
+      {{"-f", file, "-k", xml, "-v"}, "the run prints its version"},
+      {{"-f", folder_.write("new", header(0, 2, 0)), "-k", xml}, "the run ends before its inputs"},
+      {{"-f", file, "-k", xml, "-u", folder_.path("out")}, "the run dumps a section"},
+      {{"-f", file, "-h", file}, "the consolidated file itself, which is empty by then"},
+      {{"-f", file, "-d", folder_.write("same", "bytes")}, "the file has this DWARF already"},
+      {{"-f", file, "-d", folder_.write("other", "byteS")}, "the file has DWARF already"},
+  };
+  std::set<std::string> tested;
+  for (const auto& [words, reason] : reasons) {
+    tested.insert(reason);
+    EXPECT_EQ(explainRun(words).inputs.at(0).reason, reason);
+  }
+  EXPECT_EQ(listedReasons("## Inputs that are ignored or give nothing"), tested);
+}
+
 TEST_F(ExplainedRunTest, FindsTheMisspeltNetOfARegister) {
   explainInput("-l", bitOf("t/k_1/i_r") + bitOf("t/k_10/x") + bitOf("t/k_10/i_q"));
   ASSERT_EQ(explanation_.neverFound.size(), 1U);
@@ -439,22 +449,6 @@ TEST_F(ExplainedRunTest, NamesTheFirstOfManyLosses) {
   }
 }
 
-TEST_F(ExplainedRunTest, TellsWhatIsLostOfADamagedFile) {
-  using LossList = std::vector<std::string>;
-  const std::string whole =
-      container({{SectionKind::ProjectName, "name"}, {SectionKind::Json, emptyJson()}});
-  EXPECT_EQ(losses(whole), LossList());
-  EXPECT_EQ(losses(""), LossList());
-  EXPECT_EQ(losses(whole.substr(0, 15)), LossList{"damaged"});
-  EXPECT_EQ(losses(whole.substr(0, 30)), LossList{"damaged"});
-  EXPECT_EQ(losses(header(1) + entry(9, 40, 0)), LossList{"damaged"});
-  EXPECT_EQ(losses(header(1) + entry(0, 40, 1)), LossList{"damaged"});
-  EXPECT_EQ(losses(std::string(16, 'x')), (LossList{"foreign-magic", "version-unsupported"}));
-  EXPECT_EQ(losses(whole, {"-p", "other"}), LossList{"project-differs"});
-  EXPECT_EQ(losses(header(0, 2, 0)), LossList{"version-unsupported"});
-  EXPECT_TRUE(explanation_.after.empty());
-}
-
 TEST_F(ExplainedRunTest, TellsTheSectionsOfAFileThatTheRunDoesNotRead) {
   using Kinds = std::vector<consolidated::SectionKind>;
   const std::string file = folder_.write("file", container({{SectionKind::ProjectName, "name"}}));
@@ -476,44 +470,15 @@ TEST_F(ExplainedRunTest, TellsTheSectionsOfAFileThatTheRunDoesNotRead) {
   EXPECT_EQ(kinds(explainRun({"--version", "-f", file}).before), Kinds());
 }
 
-TEST_F(ExplainedRunTest, TellsWhatASaveDoesToConditions) {
-  const auto saved = [&](const std::string& conditions) {
-    const std::string record =
-        text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + conditions + u32(0);
-    return losses(container({{SectionKind::KernelRecords, u32(1) + record}}));
-  };
-  using LossList = std::vector<std::string>;
-  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 $i/a")), LossList());
-  EXPECT_EQ(saved(u32(1) + u32(0) + text("(1'b1 == 1'b1)")), LossList{"condition-removed"});
-  EXPECT_EQ(saved(u32(1) + u32(0) + text("== 1 f(x)")), LossList{"condition-decays"});
-  EXPECT_EQ(saved(u32(2) + u32(0) + text("== 1 $i/a") + u32(0) + text("== $i/a 1")),
-            LossList{"duplicate-condition"});
-}
-
-TEST_F(ExplainedRunTest, ComparesNoConditionsOfKernelsWithOneName) {
-  const std::string record = text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + u32(1) +
-                             u32(0) + text("== 1 $i/a") + u32(0);
-  const std::string file = container({{SectionKind::KernelRecords, u32(2) + record + record}});
-  EXPECT_TRUE(losses(file).empty());
-}
-
-TEST_F(ExplainedRunTest, ComparesConditionsAnewInEachPreparation) {
-  const std::string record = text("k") + u32(0) + u32(3) + u32(0) + u32(0) + u32(0) + u32(1) +
-                             u32(0) + text("== 1 $i/a") + u32(0);
-  const std::string file = container({{SectionKind::Json, ""},
-                                      {SectionKind::Json, ""},
-                                      {SectionKind::KernelRecords, u32(1) + record}});
-  EXPECT_TRUE(losses(file).empty());
-}
-
 TEST_F(ExplainedRunTest, MissesNoRegisterWhoseNetAnotherKernelOfTheNameGot) {
   const std::string variable = text("i") + text("i_r") + text("int") + u32(0);
   const std::string record = text("k") + u32(1) + text("/t/k") + u32(3) + u32(0) + u32(1) +
                              variable + u32(0) + u32(0) + u32(0);
-  const std::string file = container({{SectionKind::KernelRecords, u32(2) + record + record}});
-  losses(file, {"-l", folder_.write("nets", bitOf("t/k/i_r"))});
-  EXPECT_EQ(explanation_.inputs.at(1).outcome, InputOutcome::Used);
-  EXPECT_TRUE(explanation_.neverFound.empty());
+  const std::string bytes = container({{SectionKind::KernelRecords, u32(2) + record + record}});
+  const Explanation explanation = explainRun(
+      {"-f", folder_.write("file", bytes), "-l", folder_.write("nets", bitOf("t/k/i_r"))});
+  EXPECT_EQ(explanation.inputs.at(0).outcome, InputOutcome::Used);
+  EXPECT_TRUE(explanation.neverFound.empty());
 }
 
 TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {
@@ -526,33 +491,6 @@ TEST_F(ExplainedRunTest, ReadsTheConsolidatedFileAsAnEmptyInput) {
   EXPECT_EQ(created.losses.at(0).code, "input-is-file");
   EXPECT_FALSE(folder_.holds("new"));
   EXPECT_EQ(folder_.read("file"), "k:\n");
-}
-
-TEST_F(ExplainedRunTest, ComparesDwarfWithTheStoredOne) {
-  using LossList = std::vector<std::string>;
-  const std::string file = container({{SectionKind::Dwarf, "bytes"}});
-  EXPECT_EQ(losses(file, {"-d", folder_.write("same", "bytes")}), LossList());
-  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
-  EXPECT_EQ(losses(file, {"-d", folder_.write("other", "byteS")}), LossList{"dwarf-differs"});
-  EXPECT_EQ(losses(file, {"-d", folder_.write("empty", "")}), LossList());
-  for (const std::string& path : {folder_.path("missing"), folder_.path("")}) {
-    EXPECT_EQ(losses(file, {"-d", path}), LossList());
-    EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Skipped);
-  }
-  const NamedPipe pipe;  // nobody writes to it, and the run does not open it
-  EXPECT_EQ(losses(file, {"-d", pipe.path()}), LossList());
-  EXPECT_EQ(explanation_.inputs[0].outcome, InputOutcome::Ignored);
-}
-
-TEST_F(ExplainedRunTest, TellsLocationsThatAreNotTaken) {
-  const std::string variable = text("i") + text("i_r") + text("int") + u32(0);
-  const std::string record = text("k") + u32(1) + text("/t/k_1") + u32(3) + u32(0) + u32(1) +
-                             variable + u32(1) + text("/t/k_1/i_r") + u32(1) + u32(7) + u32(8) +
-                             u32(0) + u32(0);
-  const std::string file = container({{SectionKind::KernelRecords, u32(1) + record}});
-  EXPECT_EQ(losses(file, {"-l", folder_.write("ll", bitOf("t/k_1/i_r"))}),
-            std::vector<std::string>{"locations-differ"});
-  EXPECT_TRUE(explanation_.neverFound.empty());
 }
 
 }  // namespace
